@@ -1,0 +1,97 @@
+// Waits for list updates: a thread that asked the configuration manager for
+// a list polls its marker every 10 ms until a recount clears it, and after
+// 500 pauses recounts itself and gives up.
+#include "universalConfigParser/node_params.h"
+
+#include <cfgparser.h>
+
+namespace cfg::waits {
+namespace {
+
+constexpr int max_pauses = 500;
+constexpr int pause_ms = 10;
+
+// Polls the marker under the lock, never holding the lock while pausing.
+template <typename Marker>
+int32_t wait_for(cfg_image_t *image, const Marker &marker, Marker in_progress) noexcept
+{
+    for (int tries = 0;; ++tries) {
+        {
+            const parse::image_lock lock;
+            if (marker != in_progress)
+                return 0;
+        }
+        if (tries >= max_pauses) {
+            recalculate_start_and_current_after_timeout(image);
+            return 1;
+        }
+        cfg_pause(0, pause_ms);
+    }
+}
+
+constexpr uint32_t updating = CFG_LIST_UPDATING;
+
+} // namespace
+} // namespace cfg::waits
+
+using cfg::waits::updating;
+using cfg::waits::wait_for;
+
+// Every wait answers -1 for a null image (and for a profile or modifier
+// number that does not exist) instead of faulting.
+extern "C" {
+
+int32_t update_limits_conf(cfg_image_t *image) CFG_NOEXCEPT
+{
+    return image == nullptr ? -1 : wait_for(image, image->limits.start, updating);
+}
+
+int32_t update_dialplan_conf(cfg_image_t *image, int profile) CFG_NOEXCEPT
+{
+    if (image == nullptr)
+        return -1;
+    // Only the low 8 bits select the profile; a profile that does not exist
+    // has nothing to wait for (-1) rather than a read past the array.
+    const unsigned p = static_cast<unsigned>(profile) & 0xffu;
+    if (p >= CFG_PROFILES)
+        return -1;
+    return wait_for(image, image->dialplans[p].start, updating);
+}
+
+int32_t update_host_conf(cfg_image_t *image) CFG_NOEXCEPT
+{
+    return image == nullptr ? -1 : wait_for(image, image->hosts.start, updating);
+}
+
+int32_t update_mac_conf(cfg_image_t *image) CFG_NOEXCEPT
+{
+    return image == nullptr
+               ? -1
+               : wait_for(image, image->mac_filter.start, static_cast<uint8_t>(CFG_MAC_LIST_UPDATING));
+}
+
+int32_t update_route_conf(cfg_image_t *image) CFG_NOEXCEPT
+{
+    return image == nullptr ? -1 : wait_for(image, image->routes.start, updating);
+}
+
+int32_t update_groups_config(cfg_image_t *image, int fxo) CFG_NOEXCEPT
+{
+    if (image == nullptr)
+        return -1;
+    return wait_for(image, fxo != 0 ? image->fxo_groups.start : image->groups.start, updating);
+}
+
+int32_t update_mod_rules_conf(cfg_image_t *image, int modifier) CFG_NOEXCEPT
+{
+    if (image == nullptr || modifier < 0 || modifier >= CFG_MODIFIERS)
+        return -1; // no such modifier: nothing to wait for
+    return wait_for(image, image->modifiers[modifier].count, static_cast<uint16_t>(CFG_LIST_UPDATING));
+}
+
+int32_t update_firewall_conf(cfg_image_t *image) CFG_NOEXCEPT
+{
+    return image == nullptr ? -1 : wait_for(image, image->firewall.start, updating);
+}
+
+} // extern "C"

@@ -1,0 +1,76 @@
+#include "cfgmngr/msg_writer.h"
+
+#include "cfgmngr/wire.h"
+
+namespace cfg::dump {
+
+msg_writer::msg_writer(uint8_t **cursor, const char *writer, std::source_location where) noexcept
+    : cursor_(cursor), writer_(writer)
+{
+    cfg_trace(4, "%s %d\n", writer_, static_cast<int>(where.line()));
+    **cursor_ = wire::operation_write;
+    ++*cursor_;
+    running_ = 1;
+}
+
+void msg_writer::close_node() noexcept
+{
+    if (count_at_ != nullptr)
+        wire::put_u16(count_at_, params_);
+    count_at_ = nullptr;
+    params_ = 0;
+}
+
+void msg_writer::node(const char *path) noexcept
+{
+    close_node();
+    running_ = setUInt16ValueInMsg(cursor_, path, 0, running_);
+    count_at_ = *cursor_ - 2;
+}
+
+void msg_writer::uint(const char *name, uint32_t value) noexcept
+{
+    running_ = setUIntValueInMsg(cursor_, name, value, running_);
+    param_written();
+}
+
+void msg_writer::sint(const char *name, int32_t value) noexcept
+{
+    running_ = setIntValueInMsg(cursor_, name, value, running_);
+    param_written();
+}
+
+void msg_writer::hex(const char *name, uint32_t value) noexcept
+{
+    running_ = setXValueInMsg(cursor_, name, value, running_);
+    param_written();
+}
+
+void msg_writer::text(const char *name, const char *value) noexcept
+{
+    running_ = setStringValueInMsg(cursor_, name, value, running_);
+    param_written();
+}
+
+void msg_writer::empty(const char *name) noexcept
+{
+    running_ = setEmptyStringValueInMsg(cursor_, name, running_);
+    param_written();
+}
+
+uint32_t msg_writer::running() noexcept
+{
+    close_node();
+    return running_;
+}
+
+int msg_writer::finish(std::source_location where) noexcept
+{
+    close_node();
+    **cursor_ = 0;
+    ++running_;
+    cfg_trace(4, "%s %d\n", writer_ != nullptr ? writer_ : "", static_cast<int>(where.line()));
+    return static_cast<int>(running_);
+}
+
+} // namespace cfg::dump

@@ -1,0 +1,81 @@
+// The one helper every section writer uses: it writes the frame (operation
+// byte, terminating 0 byte), node heads and typed params through the
+// builders, keeps the running byte count and fills in each node's param
+// count from the params actually written, so a node head can never announce
+// more (or fewer) params than follow.
+//
+// A writer then reads like its table:
+//
+//     msg_writer w(cursor, "h323_save");
+//     w.node("config.VOIP.h323");
+//     w.uint("enableh323", h->enableh323);
+//     w.text("password", h->password);
+//     return w.finish();
+#pragma once
+
+#include <cfgparser.h>
+
+#include <cstdint>
+#include <cstring>
+#include <source_location>
+
+namespace cfg::dump {
+
+class msg_writer {
+public:
+    // Starts a frame: traces the writer's entry and writes the operation byte.
+    msg_writer(uint8_t **cursor, const char *writer,
+               std::source_location where = std::source_location::current()) noexcept;
+
+    // Continues params inside a node that the caller has opened (for writers
+    // that add params to another writer's node and return the running count).
+    static msg_writer continuing(uint8_t **cursor, uint32_t running) noexcept
+    {
+        return msg_writer(cursor, running);
+    }
+
+    void node(const char *path) noexcept;
+    void uint(const char *name, uint32_t value) noexcept;
+    void sint(const char *name, int32_t value) noexcept;
+    void hex(const char *name, uint32_t value) noexcept;
+    void text(const char *name, const char *value) noexcept;
+    void empty(const char *name) noexcept;
+
+    // Text fields of the records: never read past the field, even when the
+    // application left it without a terminating NUL.
+    template <std::size_t N>
+    void text(const char *name, const char (&field)[N]) noexcept
+    {
+        if (std::memchr(field, '\0', N) != nullptr) {
+            text(name, static_cast<const char *>(field));
+            return;
+        }
+        char copy[N + 1];
+        std::memcpy(copy, field, N);
+        copy[N] = '\0';
+        text(name, static_cast<const char *>(copy));
+    }
+
+    // Ends the frame: terminating 0 byte (counted, cursor not stepped), exit
+    // trace; returns the bytes written.
+    int finish(std::source_location where = std::source_location::current()) noexcept;
+
+    // Closes the open node (fills in its count) and returns the running count,
+    // for writers that hand the count on instead of ending a frame.
+    uint32_t running() noexcept;
+
+    uint32_t params_in_node() const noexcept { return params_; }
+
+private:
+    msg_writer(uint8_t **cursor, uint32_t running) noexcept : cursor_(cursor), running_(running) {}
+    void close_node() noexcept;
+    void param_written() noexcept { ++params_; }
+
+    uint8_t **cursor_;
+    const char *writer_ = nullptr;
+    uint32_t running_ = 0;
+    uint8_t *count_at_ = nullptr; // param count bytes of the open node
+    uint32_t params_ = 0;
+};
+
+} // namespace cfg::dump

@@ -1,0 +1,126 @@
+/*
+ * Compile check: the public header is valid C99 and keeps the member order
+ * that the application and the library share. Only relative orders and
+ * ABI-independent sizes are checked, so the check holds on x86-64 and on
+ * 32-bit ARM alike.
+ */
+#include <stddef.h>
+
+#include "cfgparser.h"
+
+#define BEFORE(type, a, b) \
+    _Static_assert(offsetof(type, a) < offsetof(type, b), \
+                   #type ": " #a " must come before " #b)
+
+/* Configuration image: every member in its fixed order. */
+BEFORE(cfg_image_t, port_defaults, port_defaults_updated);
+BEFORE(cfg_image_t, port_defaults_updated, ports);
+BEFORE(cfg_image_t, ports, ports_updated);
+BEFORE(cfg_image_t, ports_updated, max_ports);
+BEFORE(cfg_image_t, max_ports, groups);
+BEFORE(cfg_image_t, groups, fxo_groups);
+BEFORE(cfg_image_t, fxo_groups, hosts);
+BEFORE(cfg_image_t, hosts, mac_filter);
+BEFORE(cfg_image_t, mac_filter, routes);
+BEFORE(cfg_image_t, routes, general);
+BEFORE(cfg_image_t, general, tones);
+BEFORE(cfg_image_t, tones, h323);
+BEFORE(cfg_image_t, h323, trace);
+BEFORE(cfg_image_t, trace, snmp);
+BEFORE(cfg_image_t, snmp, network);
+BEFORE(cfg_image_t, network, ipsec);
+BEFORE(cfg_image_t, ipsec, lldp);
+BEFORE(cfg_image_t, lldp, tr069);
+BEFORE(cfg_image_t, tr069, switch_cfg);
+BEFORE(cfg_image_t, switch_cfg, vlan_updated);
+BEFORE(cfg_image_t, vlan_updated, vtu_updated);
+BEFORE(cfg_image_t, vtu_updated, qos_updated);
+BEFORE(cfg_image_t, qos_updated, dvo);
+BEFORE(cfg_image_t, dvo, cadences);
+BEFORE(cfg_image_t, cadences, cadences_updated);
+BEFORE(cfg_image_t, cadences_updated, limits);
+BEFORE(cfg_image_t, limits, switch_status);
+BEFORE(cfg_image_t, switch_status, fxs_statistics);
+BEFORE(cfg_image_t, fxs_statistics, fxs_statistics_fresh);
+BEFORE(cfg_image_t, fxs_statistics_fresh, mon_t11);
+BEFORE(cfg_image_t, mon_t11, mon_t11_fresh);
+BEFORE(cfg_image_t, mon_t11_fresh, mon_t4);
+BEFORE(cfg_image_t, mon_t4, mon_t5);
+BEFORE(cfg_image_t, mon_t5, mon_t5_state);
+BEFORE(cfg_image_t, mon_t5_state, mon_t5_ref);
+BEFORE(cfg_image_t, mon_t5_ref, mon_t5_ref_copy);
+BEFORE(cfg_image_t, mon_t5_ref_copy, mon_t5_time);
+BEFORE(cfg_image_t, mon_t5_time, mon_t6);
+BEFORE(cfg_image_t, mon_t6, mon_t8);
+BEFORE(cfg_image_t, mon_t8, mon_t1);
+BEFORE(cfg_image_t, mon_t1, mon_t1_time);
+BEFORE(cfg_image_t, mon_t1_time, mon_t10);
+BEFORE(cfg_image_t, mon_t10, sip);
+BEFORE(cfg_image_t, sip, profiles);
+BEFORE(cfg_image_t, profiles, profiles_updated);
+BEFORE(cfg_image_t, profiles_updated, dialplans);
+BEFORE(cfg_image_t, dialplans, dialplans_updated);
+BEFORE(cfg_image_t, dialplans_updated, dialplan_profiles);
+BEFORE(cfg_image_t, dialplan_profiles, dialplan_profiles_updated);
+BEFORE(cfg_image_t, dialplan_profiles_updated, mon_t9_flag);
+BEFORE(cfg_image_t, mon_t9_flag, version_received);
+BEFORE(cfg_image_t, version_received, version);
+BEFORE(cfg_image_t, version, firewall);
+BEFORE(cfg_image_t, firewall, modifiers);
+
+/* List fields: `current` first in hosts and the MAC filter, `start` first
+ * everywhere else. */
+BEFORE(hosts_cfg_t, address, current);
+BEFORE(hosts_cfg_t, current, start);
+BEFORE(hosts_cfg_t, start, updated);
+BEFORE(routes_cfg_t, route, start);
+BEFORE(routes_cfg_t, start, current);
+BEFORE(routes_cfg_t, current, updated);
+BEFORE(groups_cfg_t, start, current);
+BEFORE(groups_cfg_t, current, updated);
+BEFORE(profile_dialplan_cfg_t, start, current);
+BEFORE(profile_dialplan_cfg_t, current, regex_on);
+BEFORE(firewall_cfg_t, start, current);
+BEFORE(firewall_cfg_t, current, updated);
+BEFORE(limit_cfg_t, start, current);
+BEFORE(limit_cfg_t, current, ceiling);
+BEFORE(limit_cfg_t, ceiling, updated);
+BEFORE(limit_cfg_t, updated, recalculated);
+
+/* MAC filter: 8-bit `current` and `start`, side by side, before `updated`. */
+_Static_assert(sizeof(((mac_filter_cfg_t *)0)->current) == 1,
+               "mac_filter_cfg_t.current is 8-bit");
+_Static_assert(sizeof(((mac_filter_cfg_t *)0)->start) == 1,
+               "mac_filter_cfg_t.start is 8-bit");
+_Static_assert(offsetof(mac_filter_cfg_t, start) ==
+                   offsetof(mac_filter_cfg_t, current) + 1,
+               "mac_filter_cfg_t.start directly follows current");
+BEFORE(mac_filter_cfg_t, client, current);
+BEFORE(mac_filter_cfg_t, start, updated);
+
+/* Modifiers: one 16-bit count after the rules. */
+_Static_assert(sizeof(((modifier_cfg_t *)0)->count) == 2,
+               "modifier_cfg_t.count is 16-bit");
+BEFORE(modifier_cfg_t, rules, count);
+
+/* H.323 record: the range fields sit between the H.323 fields. */
+BEFORE(h323_cfg_t, isgateway, tcpportmin);
+BEFORE(h323_cfg_t, tcpportmin, tcpportmax);
+BEFORE(h323_cfg_t, intrcpmax, dtmftransfer);
+BEFORE(h323_cfg_t, bearercapability, verify_remote_media);
+BEFORE(h323_cfg_t, verify_remote_media, sip_dscp);
+BEFORE(h323_cfg_t, sip_dscp, updated);
+
+/* Profiles: codecs before the SIP settings; dial plan rule layout. */
+BEFORE(profile_cfg_t, codecs, sip);
+BEFORE(codecs_cfg_t, flashtransfer, payload);
+BEFORE(codecs_cfg_t, t38_bitrate, t38_datagram);
+BEFORE(dial_plan_t, field3, field2);
+BEFORE(dial_plan_t, protocol, port_mask);
+
+/* The line switches of a port fit one byte; the port flags one word. */
+_Static_assert(sizeof(port_line_flags_t) == 1, "port_line_flags_t is one byte");
+_Static_assert(sizeof(port_flags_t) == 4, "port_flags_t is one 32-bit word");
+BEFORE(port_cfg_t, cfb_pri_over_cw, flags);
+BEFORE(port_cfg_t, cpc_rus, line_flags);
+BEFORE(port_cfg_t, line_flags, agc_spk_level);

@@ -1,0 +1,11 @@
+// Not handled yet: the node is read and dropped like an unknown path.
+#include "universalConfigParser/handlers.h"
+
+namespace cfg::handlers {
+
+node_end firewall(cfg_image_t &, node &n)
+{
+    return parse::skip_unknown(n);
+}
+
+}

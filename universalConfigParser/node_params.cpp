@@ -1,0 +1,37 @@
+#include "universalConfigParser/node_params.h"
+
+namespace cfg::parse {
+
+param next_param(node &n, bool quotes_mean_empty) noexcept
+{
+    param p;
+    while (!n.malformed && n.params_read < n.param_count) {
+        ++n.params_read;
+        int result = find_params(n.cursor, n.remaining, &p.name_, &p.value_,
+                                 quotes_mean_empty ? 1 : 0);
+        if (result == 0)
+            return p;
+        if (result < 0)
+            n.malformed = true;
+        // result 1: the param could not be copied and was skipped
+    }
+    return p;
+}
+
+node_end finish_node(const node &n, uint32_t &updated) noexcept
+{
+    if (n.malformed)
+        return node_end::stop;
+    const image_lock lock;
+    updated = cfgpars_get_monotonic_now_time();
+    return node_end::next;
+}
+
+node_end skip_unknown(node &n) noexcept
+{
+    while (param p = next_param(n))
+        cfg_trace(4, "%s: !!UNKNOWN!! path = %s, paramName = %s", "all_parser", n.path, p.name());
+    return n.malformed ? node_end::stop : node_end::next;
+}
+
+} // namespace cfg::parse

@@ -1,0 +1,111 @@
+// The param loop shared by every section handler.
+//
+// A handler reads like this:
+//
+//     node_end h323(cfg_image_t &image, node &n)
+//     {
+//         while (param p = next_param(n)) {
+//             const image_lock lock;
+//             store_h323(image.h323, p);
+//         }
+//         return finish_node(n, image.h323.updated);
+//     }
+//
+// next_param reads the next param of the node (skipping params whose copy
+// failed), the lock is held only for the store, the param's strings are
+// freed when `p` goes out of scope after the lock is released, and
+// finish_node stamps the section's time-stamp, or tells the walk to stop the
+// whole message when a param did not fit in it.
+#pragma once
+
+#include <cfgparser.h>
+
+#include <cstdint>
+#include <string_view>
+
+namespace cfg::parse {
+
+// How a handler leaves its node.
+enum class node_end {
+    next, // go on with the next node
+    stop, // end the whole message now, without recalculation
+};
+
+// The six profile patterns, in the order the walk evaluates them.
+enum pattern : int {
+    sip_profile_pattern,      // ...profile_N.sip
+    sip_cadence_pattern,      // ...profile_N.sip_cadences.sip_cadence_M
+    codecs_pattern,           // ...profile_N.codecs
+    regexprd_pattern,         // ...profile_N.regexprd
+    dialplan_pattern,         // ...profile_N.dialplan
+    dialplan_profile_pattern, // ...dialplan_profiles.dialplan_profileN
+    pattern_count
+};
+
+// The node being parsed: its path, the pattern results and the read
+// position inside the message.
+struct node {
+    const char *path = nullptr;
+    uint16_t param_count = 0;
+    const uint8_t **cursor = nullptr;
+    uint32_t *remaining = nullptr;
+    int32_t matches[pattern_count] = {};      // substrings found per pattern
+    char **substrings[pattern_count] = {};    // their table (index 0: whole path)
+    uint16_t params_read = 0;
+    bool malformed = false;                   // a length ran past the message
+
+    bool matched(pattern which) const noexcept { return matches[which] > 0; }
+};
+
+// One param read from the message; owns its name and value and frees them
+// with free_params when it goes out of scope.
+class param {
+public:
+    param() noexcept = default;
+    param(param &&other) noexcept : name_(other.name_), value_(other.value_)
+    {
+        other.name_ = other.value_ = nullptr;
+    }
+    param(const param &) = delete;
+    param &operator=(const param &) = delete;
+    param &operator=(param &&) = delete;
+    ~param() { free_params(&name_, &value_); }
+
+    explicit operator bool() const noexcept { return name_ != nullptr; }
+
+    // Key matching: the name compared over the key's own length.
+    bool is(std::string_view key) const noexcept
+    {
+        return std::string_view(name_).starts_with(key);
+    }
+    const char *name() const noexcept { return name_; }
+    const char *value() const noexcept { return value_; } // null: no value
+
+private:
+    friend param next_param(node &n, bool quotes_mean_empty) noexcept;
+    char *name_ = nullptr;
+    char *value_ = nullptr;
+};
+
+// Reads the node's next param. An empty (false) param ends the loop: either
+// every param was read or the message is malformed (n.malformed is set).
+// Params whose strings could not be copied are skipped.
+param next_param(node &n, bool quotes_mean_empty = true) noexcept;
+
+// Holds RWlockCfg for its lifetime.
+class image_lock {
+public:
+    image_lock() noexcept { pthread_mutex_lock(&RWlockCfg); }
+    ~image_lock() { pthread_mutex_unlock(&RWlockCfg); }
+    image_lock(const image_lock &) = delete;
+    image_lock &operator=(const image_lock &) = delete;
+};
+
+// Ends a node: a malformed node stops the message and keeps its stamp;
+// otherwise the stamp gets the current seconds under the lock.
+node_end finish_node(const node &n, uint32_t &updated) noexcept;
+
+// Reads and drops the params of a node that no handler knows.
+node_end skip_unknown(node &n) noexcept;
+
+} // namespace cfg::parse
