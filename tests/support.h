@@ -1,0 +1,108 @@
+// Shared helpers of the unit tests: a fresh image, messages from the text
+// form, running a writer and reading back what it wrote.
+#pragma once
+
+#include "msgtext.h"
+
+#include <cfgparser.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+struct image_free {
+    void operator()(cfg_image_t *image) const noexcept { std::free(image); }
+};
+using image_ptr = std::unique_ptr<cfg_image_t, image_free>;
+
+// A zero-filled image, as an application would allocate it.
+inline image_ptr fresh_image(uint32_t max_ports = CFG_MAX_PORTS)
+{
+    image_ptr image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
+    image->max_ports = max_ports;
+    return image;
+}
+
+// Parses a message given in the text form (see tools/msgtext.h).
+inline void parse(cfg_image_t &image, std::string_view text)
+{
+    const std::vector<uint8_t> message = cfgmsg::message_from_text(text);
+    all_parser(&image, message.data());
+}
+
+inline bool lock_is_free()
+{
+    if (pthread_mutex_trylock(&RWlockCfg) != 0)
+        return false;
+    pthread_mutex_unlock(&RWlockCfg);
+    return true;
+}
+
+// What one writer call produced.
+struct written {
+    int returned = 0;               // the writer's result
+    std::vector<uint8_t> body;      // operation byte .. terminating byte
+    cfgmsg::message message;        // the body decoded
+
+    const cfgmsg::node &node(std::size_t i = 0) const { return message.nodes.at(i); }
+
+    // The whole message (header and body), ready for all_parser.
+    std::vector<uint8_t> as_message() const
+    {
+        std::vector<uint8_t> m(12, 0);
+        const auto n = static_cast<uint32_t>(body.size());
+        for (int i = 0; i < 4; ++i)
+            m[4 + i] = static_cast<uint8_t>(n >> (8 * i));
+        m.insert(m.end(), body.begin(), body.end());
+        return m;
+    }
+};
+
+// Runs `write(&cursor)` on a large buffer and checks the frame: the result
+// equals the bytes from the operation byte through the terminating 0 byte,
+// which is written but not stepped over.
+template <typename Writer>
+written write(Writer &&writer, std::size_t room = 1u << 20)
+{
+    std::vector<uint8_t> buffer(room, 0xAA);
+    uint8_t *cursor = buffer.data();
+    written out;
+    out.returned = static_cast<int>(writer(&cursor));
+    const auto stepped = static_cast<std::size_t>(cursor - buffer.data());
+    EXPECT_EQ(static_cast<std::size_t>(out.returned), stepped + 1) << "cursor and count disagree";
+    EXPECT_EQ(buffer.at(stepped), 0) << "missing terminating byte";
+    out.body.assign(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(stepped + 1));
+    cfgmsg::wire_error error;
+    EXPECT_TRUE(cfgmsg::decode_body(out.body, 12, out.message, error))
+        << "offset " << error.offset << ": " << error.reason;
+    return out;
+}
+
+inline std::vector<std::string> names(const cfgmsg::node &node)
+{
+    std::vector<std::string> out;
+    for (const auto &p : node.params)
+        out.push_back(p.name);
+    return out;
+}
+
+// The value of the first param with this name; std::nullopt for no value.
+// Fails the test when the name is missing.
+inline std::optional<std::string> value(const cfgmsg::node &node, std::string_view name)
+{
+    for (const auto &p : node.params)
+        if (p.name == name)
+            return p.value;
+    ADD_FAILURE() << "no param " << name << " in " << node.path;
+    return std::nullopt;
+}
+
+} // namespace support
