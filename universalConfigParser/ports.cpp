@@ -244,6 +244,7 @@ node_end ports(cfg_image_t &image, node &n)
         const parse::image_lock lock;
         store_port(*t.record, p);
     }
+    // Port-default nodes share one stamp; each port has its own.
     return parse::finish_node(n, *t.updated);
 }
 
