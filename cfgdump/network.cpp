@@ -7,6 +7,7 @@
 
 #include <cfgparser.h>
 
+#include <cstddef>
 #include <cstdio>
 
 namespace cfg::dump {
@@ -21,33 +22,26 @@ constexpr uint32_t bit(uint8_t bits, unsigned k) noexcept
     return (bits >> k) & 1u;
 }
 
-// A param name of VLAN interface n ("VID%d", "V%dMTU", ...).
-class iface_name {
-public:
-    explicit iface_name(int n) noexcept : n_(n) {}
-    const char *operator()(const char *format) noexcept
-    {
-        std::snprintf(buf_, sizeof buf_, format, n_);
-        return buf_;
-    }
-
-private:
-    int n_;
-    char buf_[16] = {};
-};
+// A param name of VLAN interface n ("VID%d", "V%dMTU", ...), built in `buf`.
+template <std::size_t N>
+const char *iface_name(char (&buf)[N], const char *format, int n) noexcept
+{
+    std::snprintf(buf, N, format, n);
+    return buf;
+}
 
 void vlan_iface_params(msg_writer &w, const vlan_iface_t &i, int n) noexcept
 {
-    iface_name name(n);
-    w.uint(name("VLAN%d"), bit(i.flags, nb::vlan_on));
-    w.uint(name("VID%d"), i.vid);
-    w.uint(name("DHCPD%d"), bit(i.flags, nb::vlan_dhcpd));
-    w.uint(name("DHCP_GW%d"), bit(i.flags, nb::vlan_dhcp_gw));
-    w.text(name("V%dIPADDR"), i.ipaddr);
-    w.text(name("V%dNETMASK"), i.netmask);
-    w.text(name("V%dBROADCAST"), i.broadcast);
-    w.uint(name("COS%d"), i.cos);
-    w.uint(name("V%dMTU"), i.mtu);
+    char name[16];
+    w.uint(iface_name(name, "VLAN%d", n), bit(i.flags, nb::vlan_on));
+    w.uint(iface_name(name, "VID%d", n), i.vid);
+    w.uint(iface_name(name, "DHCPD%d", n), bit(i.flags, nb::vlan_dhcpd));
+    w.uint(iface_name(name, "DHCP_GW%d", n), bit(i.flags, nb::vlan_dhcp_gw));
+    w.text(iface_name(name, "V%dIPADDR", n), i.ipaddr);
+    w.text(iface_name(name, "V%dNETMASK", n), i.netmask);
+    w.text(iface_name(name, "V%dBROADCAST", n), i.broadcast);
+    w.uint(iface_name(name, "COS%d", n), i.cos);
+    w.uint(iface_name(name, "V%dMTU", n), i.mtu);
 }
 
 void network_node(msg_writer &w, const network_cfg_t &r) noexcept
