@@ -8,9 +8,13 @@
 
 #include "cfgparser.h"
 
-#define BEFORE(type, a, b) \
-    _Static_assert(offsetof(type, a) < offsetof(type, b), \
-                   #type ": " #a " must come before " #b)
+/* A C99 compile-time check: the array size turns negative when it fails. */
+#define CHECK_CAT2(a, b) a##b
+#define CHECK_CAT(a, b) CHECK_CAT2(a, b)
+#define STATIC_CHECK(cond) typedef char CHECK_CAT(static_check_, __LINE__)[(cond) ? 1 : -1]
+
+#define STATIC_CHECK_MSG(cond, text) STATIC_CHECK(cond)
+#define BEFORE(type, a, b) STATIC_CHECK(offsetof(type, a) < offsetof(type, b))
 
 /* Configuration image: every member in its fixed order. */
 BEFORE(cfg_image_t, port_defaults, port_defaults_updated);
@@ -88,18 +92,18 @@ BEFORE(limit_cfg_t, ceiling, updated);
 BEFORE(limit_cfg_t, updated, recalculated);
 
 /* MAC filter: 8-bit `current` and `start`, side by side, before `updated`. */
-_Static_assert(sizeof(((mac_filter_cfg_t *)0)->current) == 1,
+STATIC_CHECK_MSG(sizeof(((mac_filter_cfg_t *)0)->current) == 1,
                "mac_filter_cfg_t.current is 8-bit");
-_Static_assert(sizeof(((mac_filter_cfg_t *)0)->start) == 1,
+STATIC_CHECK_MSG(sizeof(((mac_filter_cfg_t *)0)->start) == 1,
                "mac_filter_cfg_t.start is 8-bit");
-_Static_assert(offsetof(mac_filter_cfg_t, start) ==
+STATIC_CHECK_MSG(offsetof(mac_filter_cfg_t, start) ==
                    offsetof(mac_filter_cfg_t, current) + 1,
                "mac_filter_cfg_t.start directly follows current");
 BEFORE(mac_filter_cfg_t, client, current);
 BEFORE(mac_filter_cfg_t, start, updated);
 
 /* Modifiers: one 16-bit count after the rules. */
-_Static_assert(sizeof(((modifier_cfg_t *)0)->count) == 2,
+STATIC_CHECK_MSG(sizeof(((modifier_cfg_t *)0)->count) == 2,
                "modifier_cfg_t.count is 16-bit");
 BEFORE(modifier_cfg_t, rules, count);
 
@@ -119,8 +123,8 @@ BEFORE(dial_plan_t, field3, field2);
 BEFORE(dial_plan_t, protocol, port_mask);
 
 /* The line switches of a port fit one byte; the port flags one word. */
-_Static_assert(sizeof(port_line_flags_t) == 1, "port_line_flags_t is one byte");
-_Static_assert(sizeof(port_flags_t) == 4, "port_flags_t is one 32-bit word");
+STATIC_CHECK_MSG(sizeof(port_line_flags_t) == 1, "port_line_flags_t is one byte");
+STATIC_CHECK_MSG(sizeof(port_flags_t) == 4, "port_flags_t is one 32-bit word");
 BEFORE(port_cfg_t, cfb_pri_over_cw, flags);
 BEFORE(port_cfg_t, cpc_rus, line_flags);
 BEFORE(port_cfg_t, line_flags, agc_spk_level);

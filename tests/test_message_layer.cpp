@@ -1,0 +1,194 @@
+// Builders and the param reader.
+#include "support.h"
+#include "universalConfigParser/msg_reader.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using bytes = std::vector<uint8_t>;
+
+bytes with_text(std::initializer_list<uint8_t> head, std::string_view text,
+                std::initializer_list<uint8_t> tail = {})
+{
+    bytes out(head);
+    out.insert(out.end(), text.begin(), text.end());
+    out.insert(out.end(), tail);
+    return out;
+}
+
+struct built {
+    bytes data;
+    uint32_t returned;
+};
+
+template <typename Build>
+built run(Build build, uint32_t running = 0)
+{
+    bytes buf(256, 0xEE);
+    uint8_t *cursor = buf.data();
+    const uint32_t result = build(&cursor, running);
+    buf.resize(static_cast<std::size_t>(cursor - buf.data()));
+    return {buf, result};
+}
+
+TEST(Builders, WriteExactBytesAndCounts)
+{
+    struct row {
+        const char *what;
+        built got;
+        bytes expected;
+    };
+    const row rows[] = {
+        {"node head", run([](uint8_t **c, uint32_t r) { return setUInt16ValueInMsg(c, "config.VOIP.h323", 14, r); }),
+         with_text({0x10, 0x00}, "config.VOIP.h323", {0x0E, 0x00})},
+        {"param count keeps low 16 bits", run([](uint8_t **c, uint32_t r) { return setUInt16ValueInMsg(c, "p", 0x10003, r); }),
+         with_text({0x01, 0x00}, "p", {0x03, 0x00})},
+        {"hex 255", run([](uint8_t **c, uint32_t r) { return setXValueInMsg(c, "m", 255, r); }),
+         with_text({0x01, 0x00, 'm', 0x04, 0x00}, "0xff")},
+        {"hex 0", run([](uint8_t **c, uint32_t r) { return setXValueInMsg(c, "m", 0, r); }),
+         with_text({0x01, 0x00, 'm', 0x03, 0x00}, "0x0")},
+        {"signed -1", run([](uint8_t **c, uint32_t r) { return setIntValueInMsg(c, "v", -1, r); }),
+         with_text({0x01, 0x00, 'v', 0x02, 0x00}, "-1")},
+        {"unsigned max", run([](uint8_t **c, uint32_t r) { return setUIntValueInMsg(c, "v", 4294967295u, r); }),
+         with_text({0x01, 0x00, 'v', 0x0A, 0x00}, "4294967295")},
+        {"empty string is two quotes", run([](uint8_t **c, uint32_t r) { return setStringValueInMsg(c, "s", "", r); }),
+         with_text({0x01, 0x00, 's', 0x02, 0x00}, "\"\"")},
+        {"string", run([](uint8_t **c, uint32_t r) { return setStringValueInMsg(c, "s", "abc", r); }),
+         with_text({0x01, 0x00, 's', 0x03, 0x00}, "abc")},
+        {"empty builder writes length 0", run([](uint8_t **c, uint32_t r) { return setEmptyStringValueInMsg(c, "s", r); }),
+         bytes{0x01, 0x00, 's', 0x00, 0x00}},
+    };
+    for (const row &r : rows) {
+        EXPECT_EQ(r.got.data, r.expected) << r.what;
+        EXPECT_EQ(r.got.returned, r.expected.size()) << r.what;
+    }
+    // The running count is chained from the caller's value.
+    EXPECT_EQ(run([](uint8_t **c, uint32_t r) { return setUIntValueInMsg(c, "v", 7, r); }, 100).returned, 106u);
+}
+
+TEST(Builders, SmallestWriterFrameParsesBack)
+{
+    // A node "config.VOIP.sip" with enablesip=1, as a writer would frame it.
+    bytes msg(12, 0);
+    msg.resize(256);
+    uint8_t *cursor = msg.data() + 12;
+    *cursor++ = 2;
+    uint32_t n = 1;
+    n = setUInt16ValueInMsg(&cursor, "config.VOIP.sip", 1, n);
+    n = setUIntValueInMsg(&cursor, "enablesip", 1, n);
+    *cursor = 0;
+    ++n;
+    EXPECT_EQ(n, 35u);
+    const bytes expected_body = with_text({0x02, 0x0F, 0x00}, "config.VOIP.sip",
+                                          {0x01, 0x00, 0x09, 0x00, 'e', 'n', 'a', 'b', 'l', 'e', 's',
+                                           'i', 'p', 0x01, 0x00, '1', 0x00});
+    EXPECT_EQ(bytes(msg.begin() + 12, msg.begin() + 12 + n), expected_body);
+}
+
+struct read_result {
+    int result;
+    std::string name;
+    bool has_value;
+    std::string value;
+    uint32_t remaining;
+    std::ptrdiff_t consumed;
+};
+
+read_result read_one(const bytes &data, uint32_t remaining, int quotes_mean_empty)
+{
+    const uint8_t *cursor = data.data();
+    char *name = nullptr;
+    char *value = nullptr;
+    read_result r{};
+    r.result = find_params(&cursor, &remaining, &name, &value, quotes_mean_empty);
+    r.name = name != nullptr ? name : "";
+    r.has_value = value != nullptr;
+    r.value = value != nullptr ? value : "";
+    r.remaining = remaining;
+    r.consumed = cursor - data.data();
+    free_params(&name, &value);
+    EXPECT_EQ(name, nullptr);
+    EXPECT_EQ(value, nullptr);
+    return r;
+}
+
+TEST(FindParams, ValuesAndQuotes)
+{
+    const bytes quotes = with_text({0x01, 0x00, 'a', 0x02, 0x00}, "\"\"");
+    const bytes nothing = {0x01, 0x00, 'a', 0x00, 0x00};
+    const bytes quoted_letter = with_text({0x01, 0x00, 'a', 0x03, 0x00}, "\"x\"");
+    struct row {
+        const bytes *data;
+        int flag;
+        bool has_value;
+        std::string value;
+    } rows[] = {
+        {&quotes, 1, false, ""},
+        {&quotes, 0, true, "\"\""},
+        {&nothing, 1, false, ""},
+        {&nothing, 0, false, ""},
+        {&quoted_letter, 1, true, "\"x\""},
+    };
+    for (const row &r : rows) {
+        const read_result got = read_one(*r.data, static_cast<uint32_t>(r.data->size()) + 5, r.flag);
+        EXPECT_EQ(got.result, 0);
+        EXPECT_EQ(got.name, "a");
+        EXPECT_EQ(got.has_value, r.has_value) << r.value;
+        EXPECT_EQ(got.value, r.value);
+        EXPECT_EQ(got.remaining, 5u);
+        EXPECT_EQ(got.consumed, static_cast<std::ptrdiff_t>(r.data->size()));
+    }
+}
+
+TEST(FindParams, LengthsMustFitInWhatRemains)
+{
+    const bytes param = with_text({0x02, 0x00, 'n', 'm', 0x03, 0x00}, "val");
+    const auto size = static_cast<uint32_t>(param.size());
+    struct row {
+        uint32_t remaining;
+        int result;
+    } rows[] = {
+        {size, 0},          // value runs exactly to the end: accepted, 0 left
+        {size - 1, -1},     // one byte short in the value
+        {5, -1},            // value length field itself does not fit
+        {3, -1},            // name does not fit
+        {1, -1},            // not even a name length
+        {0, -1},
+    };
+    for (const row &r : rows) {
+        testing::internal::CaptureStdout();
+        const read_result got = read_one(param, r.remaining, 1);
+        const std::string printed = testing::internal::GetCapturedStdout();
+        EXPECT_EQ(got.result, r.result) << "remaining " << r.remaining;
+        if (r.result == 0) {
+            EXPECT_EQ(got.remaining, 0u);
+            EXPECT_TRUE(printed.empty());
+        } else {
+            EXPECT_NE(printed.find("[CFGPARSE-ERR ]  Incorrect format of message, bytesToRead > "
+                                   "currentLenOfMessage ("),
+                      std::string::npos)
+                << printed;
+        }
+    }
+}
+
+TEST(GetToken, CopiesAndTerminates)
+{
+    const uint8_t src[] = {'a', 'b', 'c'};
+    char *copy = cfg::GetToken(src, 2);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_STREQ(copy, "ab");
+    std::free(copy);
+    copy = cfg::GetToken(src, 0);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_STREQ(copy, "");
+    std::free(copy);
+}
+
+} // namespace
