@@ -3,6 +3,7 @@
 #include "universalConfigParser/handlers.h"
 #include "universalConfigParser/store.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <iterator>
