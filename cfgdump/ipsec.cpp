@@ -1,21 +1,10 @@
-// Writer of the IPSec tunnel settings, with the VLAN choices of the network
-// settings that go with them.
-#include "cfgmngr/msg_writer.h"
+// Writer of the IPSec tunnel settings, followed by the control / signalling
+// VLAN choice of the network settings.
+#include "cfgdump/network_nodes.h"
 
 #include <cfgparser.h>
 
 using cfg::dump::msg_writer;
-
-namespace {
-
-void network_vlan_node(msg_writer &w, const network_cfg_t &network) noexcept
-{
-    w.node("config.Network.network");
-    w.uint("CTL_VLAN", network.ctl_vlan);
-    w.uint("SIG_VLAN", network.sig_vlan);
-}
-
-} // namespace
 
 extern "C" {
 
@@ -45,7 +34,7 @@ int ipsec_save(uint8_t **cursor, const ipsec_cfg_t *ipsec, const network_cfg_t *
     w.text("EncryptAlgorithm", ipsec->encrypt_algorithm);
     w.uint("PfsGroup", ipsec->pfs_group);
     w.uint("Lifetime", ipsec->lifetime);
-    network_vlan_node(w, *network);
+    cfg::dump::network_ipsec_vlans_node(w, *network);
     return w.finish();
 }
 

@@ -1,5 +1,5 @@
 // Writers of the SNMP settings and of the SNMP user line.
-#include "cfgmngr/msg_writer.h"
+#include "cfgdump/network_nodes.h"
 #include "universalConfigParser/list_params.h"
 
 #include <cfgparser.h>
@@ -8,24 +8,13 @@
 
 using cfg::dump::msg_writer;
 
-namespace {
-
-// The agent's on/off switch lives in the network settings (flags0 bit 1).
-void network_snmp_node(msg_writer &w, const network_cfg_t &network) noexcept
-{
-    w.node("config.Network.network");
-    w.uint("SNMP", (network.flags0 >> 1) & 1u);
-}
-
-} // namespace
-
 extern "C" {
 
 int snmp_save(uint8_t **cursor, const snmp_cfg_t *snmp, const network_cfg_t *network) CFG_NOEXCEPT
 {
     const char *trap_version = snmp->trap_type == 2 ? "v2" : "v1";
     msg_writer w(cursor, "snmp_save");
-    network_snmp_node(w, *network);
+    cfg::dump::network_snmp_node(w, *network);
     w.node("config.Network.snmp");
     w.text("sys_name", snmp->sys_name);
     w.text("sys_location", snmp->sys_location);

@@ -140,6 +140,8 @@ TEST(Ipsec, WriterNamesAndRoundTrip)
     all_parser(back.get(), cfgmsg::encode(out.message).data());
     back->ipsec.updated = image->ipsec.updated;
     EXPECT_EQ(std::memcmp(&back->ipsec, &image->ipsec, sizeof image->ipsec), 0);
+    EXPECT_EQ(back->network.ctl_vlan, 6);
+    EXPECT_EQ(back->network.sig_vlan, 2);
 
     for (uint8_t flags : {uint8_t{0x01}, uint8_t{0x02}, uint8_t{0xFC}}) {
         image->ipsec.flags = flags;

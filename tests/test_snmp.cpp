@@ -101,13 +101,16 @@ TEST(Snmp, SaveWritesSwitchThenSettings)
         EXPECT_EQ(support::value(out.node(1), "sys_contact"), "ops");
     }
 
-    // Round trip of the SNMP node (the network node belongs to the network settings).
+    // Round trip: the SNMP record and the agent switch of the network settings.
+    image->network.flags0 = 0x02;
     const auto out = support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
     auto back = fresh_image();
     std::strcpy(back->snmp.rocommunity, "stale");
+    back->network.flags0 = 0x81;
     all_parser(back.get(), cfgmsg::encode(out.message).data());
     back->snmp.updated = image->snmp.updated;
     EXPECT_EQ(std::memcmp(&back->snmp, &image->snmp, sizeof image->snmp), 0);
+    EXPECT_EQ(back->network.flags0, 0x83);   // only the SNMP bit is sent
 }
 
 TEST(SnmpUsers, UserLine)
