@@ -62,7 +62,8 @@ template <std::size_t N>
 void text_part(char (&field)[N], std::string_view part) noexcept
 {
     std::memset(field, 0, N);
-    std::memcpy(field, part.data(), std::min(part.size(), N - 1));
+    if (!part.empty())
+        std::memcpy(field, part.data(), std::min(part.size(), N - 1));
 }
 
 // "user@host": the user before the first "@", the host after it. Without an
