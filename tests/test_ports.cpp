@@ -1,0 +1,407 @@
+// Port settings: the key table of port and port-default nodes, the choice of
+// the record from the path, and what happens to numbers out of range.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+// Parses one param into ports[5] of `image` and returns that record.
+const port_cfg_t &store_one(cfg_image_t &image, const std::string &name, const std::string &value)
+{
+    parse(image, "[config.VOIP.ports.port_5]\n" + name + " = " + value + "\n");
+    EXPECT_TRUE(support::lock_is_free());
+    return image.ports[5];
+}
+
+uint32_t flag_word(const port_cfg_t &port)
+{
+    uint32_t word = 0;
+    static_assert(sizeof port.flags == sizeof word);
+    std::memcpy(&word, &port.flags, sizeof word);
+    return word;
+}
+
+uint8_t line_byte(const port_cfg_t &port)
+{
+    uint8_t byte = 0;
+    static_assert(sizeof port.line_flags == sizeof byte);
+    std::memcpy(&byte, &port.line_flags, sizeof byte);
+    return byte;
+}
+
+// The 32 one-bit switches as the configuration manager names them, from the
+// lowest bit of `flags` up.
+const char *const flag_keys[32] = {
+    "custom", "playmoh", "aon_hide_date", "aon_hide_name", "mwi_dialtone", "dnd", "stop_dial",
+    "usealtnumber", "disabled", "ct_busy", "ct_unconditional", "ct_outofservice", "ct_noanswer",
+    "callwaiting", "hotline", "dvo_callwaiting_en", "dvo_ct_attended_en", "dvo_ct_unattended_en",
+    "dvo_cf_unconditional_en", "dvo_cf_busy_en", "dvo_cf_noanswer_en", "dvo_cf_outofservice_en",
+    "dvo_dnd_en", "fxo_detect_line_presence", "fxo_block_line_presence", "usepstncid",
+    "dont_detect_DT", "enable_cpc", "dont_transmit_prefix", "transmit_number", "fxo_call_busy",
+    "usealtnumber_as_private",
+};
+
+TEST(PortSettings, EachFlagKeyChangesOnlyItsBit)
+{
+    for (int bit = 0; bit < 32; ++bit) {
+        const std::string key = flag_keys[bit];
+        auto image = fresh_image();
+        EXPECT_EQ(flag_word(store_one(*image, key, "yes")), 1u << bit) << key;
+
+        std::memset(&image->ports[5].flags, 0xFF, sizeof image->ports[5].flags);
+        EXPECT_EQ(flag_word(store_one(*image, key, "0")), ~(1u << bit)) << key;
+        EXPECT_EQ(flag_word(store_one(*image, key, "-3")), ~0u) << key;
+        EXPECT_EQ(flag_word(store_one(*image, key, "")), ~(1u << bit)) << key;
+    }
+}
+
+TEST(PortSettings, LineFlags)
+{
+    struct row {
+        const char *key;
+        const char *value;
+        uint8_t before;
+        uint8_t after;
+    };
+    // agc_spk_enable bit 0, agc_mic_enable bit 1, clir bits 2-3,
+    // no_offhook_at_ringing bits 4-5.
+    const std::vector<row> rows = {
+        {"agc_spk_enable", "1", 0x00, 0x01},
+        {"agc_spk_enable", "n", 0x3F, 0x3E},
+        {"agc_mic_enable", "y", 0x00, 0x02},
+        {"agc_mic_enable", "0", 0x3F, 0x3D},
+        {"clir", "2", 0x00, 0x08},
+        {"clir", "1", 0x3F, 0x37},
+        {"clir", "3", 0x3F, 0x33}, // out of range: default 0
+        {"clir", "", 0x0C, 0x00},
+        {"no_offhook_at_ringing", "2", 0x00, 0x20},
+        {"no_offhook_at_ringing", "-1", 0x3F, 0x0F},
+        {"no_offhook_at_ringing", "1", 0x0F, 0x1F},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        std::memcpy(&image->ports[5].line_flags, &r.before, 1);
+        EXPECT_EQ(line_byte(store_one(*image, r.key, r.value)), r.after) << r.key << " = " << r.value;
+        EXPECT_EQ(flag_word(image->ports[5]), 0u) << r.key;
+    }
+}
+
+struct range_row {
+    const char *key;
+    int64_t min;
+    int64_t max;
+    int64_t def;
+    std::function<int64_t(const port_cfg_t &)> get;
+};
+
+#define PORT_FIELD(member) [](const port_cfg_t &p) { return static_cast<int64_t>(p.member); }
+
+TEST(PortSettings, RangeKeysTakeTheirBoundsAndDefaults)
+{
+    const std::vector<range_row> rows = {
+        {"port_profile_id", 0, 7, 0, PORT_FIELD(port_profile_id)},
+        {"profile_id", 0, 7, 0, PORT_FIELD(profile_id)},
+        {"taxophone", 0, 3, 0, PORT_FIELD(taxophone)},
+        {"min_flashtime", 70, 2000, 0, PORT_FIELD(min_flashtime)},
+        {"flashtime", 200, 2000, 0, PORT_FIELD(flashtime)},
+        {"gainr", -230, 20, 0, PORT_FIELD(gainr)},
+        {"gaint", -170, 60, 0, PORT_FIELD(gaint)},
+        {"category", 0, 255, 10, PORT_FIELD(category)},
+        {"cpc_rus", 0, 10, 0, PORT_FIELD(cpc_rus)},
+        {"calltransfer", 0, 4, 0, PORT_FIELD(calltransfer)},
+        {"tdmhottimeout", 0, 300, 15, PORT_FIELD(tdmhottimeout)},
+        {"ct_timeout", 0, 300, 0, PORT_FIELD(ct_timeout)},
+        {"aon", 0, 4, 0, PORT_FIELD(aon)},
+        {"sip_port", 0, 65535, 0, PORT_FIELD(sip_port)},
+        {"fxoflashtime", 70, 1000, 0, PORT_FIELD(fxoflashtime)},
+        {"fxo_dtmfpause", 80, 2500, 100, PORT_FIELD(fxo_dtmfpause)},
+        {"fxoringtdm", 0, 10, 0, PORT_FIELD(fxoringtdm)},
+        {"cpc_time", 200, 600, 0, PORT_FIELD(cpc_time)},
+        {"dscp", 0, 63, 46, PORT_FIELD(dscp)},
+        {"fxo_delay_dialing", 0, 10, 0, PORT_FIELD(fxo_delay_dialing)},
+        {"min_level_detect", 20, 40, 32, PORT_FIELD(min_level_detect)},
+        {"decade_pulse_time", 50, 120, 80, PORT_FIELD(decade_pulse_time)},
+        {"decade_pause_time", 30, 100, 80, PORT_FIELD(decade_pause_time)},
+        {"fxo_dtmftime", 65, 100, 80, PORT_FIELD(fxo_dtmftime)},
+        {"pstn_200_at_answer", 0, 4, 1, PORT_FIELD(pstn_200_at_answer)},
+        {"pstn_rb_detect_timeout", 1, 60, 5, PORT_FIELD(pstn_rb_detect_timeout)},
+        {"modifier", -1, 15, -1, PORT_FIELD(modifier)},
+        {"agc_spk_level", -25, -1, -25, PORT_FIELD(agc_spk_level)},
+        {"agc_mic_level", -25, -1, -25, PORT_FIELD(agc_mic_level)},
+    };
+    for (const range_row &r : rows) {
+        const bool zero_in_range = r.min <= 0 && 0 <= r.max;
+        const struct {
+            std::string value;
+            int64_t expected;
+        } cases[] = {
+            {std::to_string(r.min), r.min},
+            {std::to_string(r.max), r.max},
+            {std::to_string((r.min + r.max) / 2) + "xyz", (r.min + r.max) / 2},
+            {std::to_string(r.min - 1), r.def},
+            {std::to_string(r.max + 1), r.def},
+            {"", r.def},
+            {"none", zero_in_range ? 0 : r.def},
+        };
+        for (const auto &c : cases) {
+            auto image = fresh_image();
+            image->ports[5].dscp = 7777; // a store into the wrong member shows up
+            const port_cfg_t &port = store_one(*image, r.key, c.value);
+            EXPECT_EQ(r.get(port), c.expected) << r.key << " = " << c.value;
+            if (std::string(r.key) != "dscp") {
+                EXPECT_EQ(port.dscp, 7777u) << r.key;
+            }
+            EXPECT_EQ(flag_word(port), 0u) << r.key;
+        }
+    }
+}
+
+struct text_row {
+    const char *key;
+    std::size_t width;
+    std::function<const char *(const port_cfg_t &)> get;
+};
+
+#define PORT_TEXT(member) [](const port_cfg_t &p) { return static_cast<const char *>(p.member); }
+
+TEST(PortSettings, TextKeysAreCutToTheirWidth)
+{
+    const std::vector<text_row> rows = {
+        {"phone", 51, PORT_TEXT(phone)},
+        {"user_name", 51, PORT_TEXT(user_name)},
+        {"auth_name", 51, PORT_TEXT(auth_name)},
+        {"auth_pass", 51, PORT_TEXT(auth_pass)},
+        {"hotnumber", 51, PORT_TEXT(hotnumber)},
+        {"tdmhotnumber", 31, PORT_TEXT(tdmhotnumber)},
+        {"ct_number", 51, PORT_TEXT(ct_number)},
+        {"cfu_number", 51, PORT_TEXT(cfu_number)},
+        {"cfb_number", 51, PORT_TEXT(cfb_number)},
+        {"cfnr_number", 51, PORT_TEXT(cfnr_number)},
+        {"cfoos_number", 51, PORT_TEXT(cfoos_number)},
+        {"altnumber", 51, PORT_TEXT(altnumber)},
+        {"pstn_numberprefix", 21, PORT_TEXT(pstn_numberprefix)},
+        {"pstn_nameprefix", 21, PORT_TEXT(pstn_nameprefix)},
+        {"dial_tone_detect", 64, PORT_TEXT(dial_tone_detect)},
+        {"rb_tone_detect", 64, PORT_TEXT(rb_tone_detect)},
+        {"busy_tone_detect", 64, PORT_TEXT(busy_tone_detect)},
+        {"disconnect_tone_detect", 64, PORT_TEXT(disconnect_tone_detect)},
+    };
+    std::string long_value;
+    for (int i = 0; long_value.size() < 80; ++i)
+        long_value += static_cast<char>('a' + i % 26);
+
+    for (const text_row &r : rows) {
+        auto image = fresh_image();
+        const port_cfg_t &port = store_one(*image, r.key, long_value);
+        EXPECT_EQ(std::string(r.get(port)), long_value.substr(0, r.width - 1)) << r.key;
+
+        // An empty value (and the two quote characters) zero-fill the field.
+        for (const char *empty : {"", "\"\""}) {
+            store_one(*image, r.key, empty);
+            const char *field = r.get(port);
+            EXPECT_EQ(std::count(field, field + r.width, '\0'), static_cast<long>(r.width)) << r.key;
+        }
+        EXPECT_EQ(std::string(store_one(*image, r.key, "1001").phone), r.key == std::string("phone") ? "1001" : "")
+            << r.key;
+    }
+}
+
+TEST(PortSettings, KeysWithTheirOwnRules)
+{
+    struct row {
+        const char *key;
+        const char *value;
+        std::function<bool(const port_cfg_t &)> holds;
+    };
+    const std::vector<row> rows = {
+        // "%d" scan: no number keeps the member, empty stores 0.
+        {"hottimeout", "-45", [](const port_cfg_t &p) { return p.hottimeout == -45; }},
+        {"hottimeout", " 12s", [](const port_cfg_t &p) { return p.hottimeout == 12; }},
+        {"hottimeout", "abc", [](const port_cfg_t &p) { return p.hottimeout == 99; }},
+        {"hottimeout", "", [](const port_cfg_t &p) { return p.hottimeout == 0; }},
+        // Any integer, empty gives 5.
+        {"dt_detect_time", "-2000000", [](const port_cfg_t &p) { return p.dt_detect_time == -2000000; }},
+        {"dt_detect_time", "x", [](const port_cfg_t &p) { return p.dt_detect_time == 0; }},
+        {"dt_detect_time", "", [](const port_cfg_t &p) { return p.dt_detect_time == 5; }},
+        // Seven characters at most; empty is tone dialling.
+        {"dialing", "pulse_long", [](const port_cfg_t &p) { return std::string(p.dialing) == "pulse_l"; }},
+        {"dialing", "", [](const port_cfg_t &p) { return std::string(p.dialing) == "DTMF"; }},
+        {"dialing", "\"\"", [](const port_cfg_t &p) { return std::string(p.dialing) == "DTMF"; }},
+        // Checkboxes stored as whole numbers.
+        {"tdmhotline", "5", [](const port_cfg_t &p) { return p.tdmhotline == 1; }},
+        {"tdmhotline", "Y", [](const port_cfg_t &p) { return p.tdmhotline == 0; }},
+        {"cfb_pri_over_cw", "yes", [](const port_cfg_t &p) { return p.cfb_pri_over_cw == 1; }},
+        // Prefix matching: the first row whose name starts the param's name.
+        {"aonx", "2", [](const port_cfg_t &p) { return p.aon == 2; }},
+        {"aon", "9", [](const port_cfg_t &p) { return p.aon == 0; }},
+        {"aon_hide_name", "yes", [](const port_cfg_t &p) { return p.aon == 99 && p.flags.aon_hide_name; }},
+        {"usealtnumber_as_private", "1",
+         [](const port_cfg_t &p) { return p.flags.usealtnumber_as_private && !p.flags.usealtnumber; }},
+        {"usealtnumberX", "1",
+         [](const port_cfg_t &p) { return !p.flags.usealtnumber_as_private && p.flags.usealtnumber; }},
+        {"min_flashtime", "100", [](const port_cfg_t &p) { return p.min_flashtime == 100 && p.flashtime == 99; }},
+        {"flashtime", "150", [](const port_cfg_t &p) { return p.flashtime == 0 && p.min_flashtime == 99; }},
+        {"tdmhottimeout", "20", [](const port_cfg_t &p) { return p.tdmhottimeout == 20 && p.hottimeout == 99; }},
+        {"phone2", "77", [](const port_cfg_t &p) { return std::string(p.phone) == "77"; }},
+        {"Phone", "77", [](const port_cfg_t &p) { return p.phone[0] == '\0'; }},
+        {"ph", "77", [](const port_cfg_t &p) { return p.phone[0] == '\0'; }},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        port_cfg_t &port = image->ports[5];
+        port.hottimeout = 99;
+        port.aon = 99;
+        port.flashtime = 99;
+        port.min_flashtime = 99;
+        EXPECT_TRUE(r.holds(store_one(*image, r.key, r.value))) << r.key << " = " << r.value;
+    }
+}
+
+TEST(PortSettings, PickupGroupLists)
+{
+    const struct {
+        const char *value;
+        uint32_t groups;
+    } rows[] = {
+        {"1,5;31,40,-2", (1u << 1) | (1u << 5) | (1u << 31)},
+        {"0,3;;17", (1u << 0) | (1u << 3) | (1u << 17)},
+        {";,;7,,", 1u << 7},
+        {"x,4", (1u << 0) | (1u << 4)}, // a piece without a number reads as 0
+        {"2 ,  9", (1u << 2) | (1u << 9)},
+        {"32,100", 0},
+        {",;", 0},
+        {"", 0},
+    };
+    for (const auto &r : rows) {
+        auto image = fresh_image();
+        image->ports[5].pickupgroup = 1u << 30; // replaced as a whole
+        EXPECT_EQ(store_one(*image, "pickupgroup", r.value).pickupgroup, r.groups) << r.value;
+    }
+
+    // Only the first 255 characters are read: a group number that starts
+    // at character 256 is not seen.
+    auto image = fresh_image();
+    std::string value(254, ',');
+    value += "3,4";
+    EXPECT_EQ(store_one(*image, "pickup", value).pickupgroup, 1u << 3);
+}
+
+TEST(PortSettings, PortNodeTouchesOnlyItsRecord)
+{
+    auto image = fresh_image();
+    auto expected = fresh_image();
+    parse(*image, "[config.VOIP.ports.port_3]\n phone = 1001\n callwaiting = 1\n nosuchkey = 4\n category = 12\n");
+    EXPECT_NE(image->ports_updated[3], 0u);
+
+    std::strcpy(expected->ports[3].phone, "1001");
+    expected->ports[3].flags.callwaiting = 1;
+    expected->ports[3].category = 12;
+    expected->ports_updated[3] = image->ports_updated[3];
+    expected->limits.recalculated = image->limits.recalculated; // stamped by the recount
+    EXPECT_EQ(std::memcmp(image.get(), expected.get(), sizeof(cfg_image_t)), 0);
+}
+
+TEST(PortSettings, PortDefaultNodes)
+{
+    auto image = fresh_image();
+    parse(*image, "[config.VOIP.ports.port_def_7]\n phone = 5\n gainr = -100\n"
+                  "[config.VOIP.ports.port_def_0]\n gaint = -170\n");
+    EXPECT_STREQ(image->port_defaults[7].phone, "5"); // stored, though never written back
+    EXPECT_EQ(image->port_defaults[7].gainr, -100);
+    EXPECT_EQ(image->port_defaults[0].gaint, -170);
+    EXPECT_NE(image->port_defaults_updated, 0u);
+    for (uint32_t stamp : image->ports_updated)
+        EXPECT_EQ(stamp, 0u);
+    EXPECT_EQ(image->ports[7].gainr, 0);
+    EXPECT_EQ(image->ports[0].gaint, 0);
+}
+
+// Parses `text` with a list marker set and reports whether the recount ran,
+// and what was printed.
+struct parse_outcome {
+    bool recounted;
+    std::string printed;
+};
+
+parse_outcome parse_watching(cfg_image_t &image, const std::string &text)
+{
+    image.routes.start = CFG_LIST_UPDATING;
+    testing::internal::CaptureStdout();
+    parse(image, text);
+    parse_outcome out{image.routes.start != CFG_LIST_UPDATING, testing::internal::GetCapturedStdout()};
+    EXPECT_TRUE(support::lock_is_free());
+    return out;
+}
+
+TEST(PortSettings, PortProfileOutOfRangeEndsTheMessage)
+{
+    for (const char *number : {"8", "-1", "100"}) {
+        auto image = fresh_image();
+        const parse_outcome out = parse_watching(
+            *image, std::string("[config.VOIP.ports.port_2]\n phone = 22\n") +
+                        "[config.VOIP.ports.port_def_" + number + "]\n phone = 9\n"
+                        "[config.VOIP.ports.port_4]\n phone = 44\n");
+        EXPECT_FALSE(out.recounted) << number;
+        EXPECT_NE(out.printed.find(std::string("Incorrect number of port's profile [") + number + "]"),
+                  std::string::npos)
+            << out.printed;
+        EXPECT_STREQ(image->ports[2].phone, "22") << number; // earlier node stays
+        EXPECT_STREQ(image->ports[4].phone, "") << number;   // later node never read
+        EXPECT_EQ(image->port_defaults_updated, 0u) << number;
+        for (const port_cfg_t &def : image->port_defaults)
+            EXPECT_STREQ(def.phone, "") << number;
+    }
+}
+
+// A port number outside 0..71 or a path without a number names no record:
+// the node is reported and skipped, and the message goes on.
+TEST(PortSettings, UnusablePortPathsAreSkipped)
+{
+    for (const char *tail : {"72", "-1", "4294967299", "x", "", "def", "def_", "def_x", "def5"}) {
+        auto image = fresh_image();
+        const parse_outcome out = parse_watching(
+            *image, std::string("[config.VOIP.ports.port_") + tail + "]\n phone = 9\n gainr = 5\n"
+                        "[config.VOIP.ports.port_4]\n phone = 44\n");
+        EXPECT_TRUE(out.recounted) << tail;
+        EXPECT_NE(out.printed.find("Incorrect"), std::string::npos) << tail << ": " << out.printed;
+        EXPECT_STREQ(image->ports[4].phone, "44") << tail;
+
+        // Nothing but port 4 changed.
+        auto expected = fresh_image();
+        std::strcpy(expected->ports[4].phone, "44");
+        expected->ports_updated[4] = image->ports_updated[4];
+        expected->limits = image->limits;
+        expected->routes = image->routes;
+        EXPECT_EQ(std::memcmp(image.get(), expected.get(), sizeof(cfg_image_t)), 0) << tail;
+    }
+}
+
+TEST(PortSettings, MalformedParamKeepsTheStamp)
+{
+    std::vector<uint8_t> message =
+        cfgmsg::message_from_text("[config.VOIP.ports.port_1]\n phone = 11\n category = 20\n");
+    message[4] = static_cast<uint8_t>(message[4] - 3); // cut inside the last value
+    auto image = fresh_image();
+    testing::internal::CaptureStdout();
+    all_parser(image.get(), message.data());
+    testing::internal::GetCapturedStdout();
+    EXPECT_STREQ(image->ports[1].phone, "11");
+    EXPECT_EQ(image->ports[1].category, 0u);
+    EXPECT_EQ(image->ports_updated[1], 0u);
+    EXPECT_TRUE(support::lock_is_free());
+}
+
+} // namespace
