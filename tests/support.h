@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -57,11 +58,13 @@ struct written {
     // The whole message (header and body), ready for all_parser.
     std::vector<uint8_t> as_message() const
     {
-        std::vector<uint8_t> m(12, 0);
+        // Sized once and filled: an insert after the 12 header bytes trips a
+        // false -Warray-bounds in g++ 12 when inlined into some tests.
+        std::vector<uint8_t> m(12 + body.size(), 0);
         const auto n = static_cast<uint32_t>(body.size());
         for (int i = 0; i < 4; ++i)
             m[4 + i] = static_cast<uint8_t>(n >> (8 * i));
-        m.insert(m.end(), body.begin(), body.end());
+        std::copy(body.begin(), body.end(), m.begin() + 12);
         return m;
     }
 };

@@ -24,14 +24,17 @@ TEST(Concurrency, ParserWaitersAndReaders)
     const std::vector<uint8_t> message = cfgmsg::message_from_text(text);
     auto image = support::fresh_image();
 
+    // The parser goes on until the waiter has been released a few times (a
+    // busy machine may schedule the threads late), within a bounded number of
+    // rounds.
     std::atomic<bool> done{false};
+    std::atomic<int> waits_settled{0};
     std::thread parser([&] {
-        for (int round = 0; round < 20; ++round)
+        for (int round = 0; round < 2000 && (round < 20 || waits_settled < 3); ++round)
             all_parser(image.get(), message.data());
         done = true;
     });
 
-    std::atomic<int> waits_settled{0};
     std::thread waiter([&] {
         while (!done) {
             pthread_mutex_lock(&RWlockCfg);

@@ -1,11 +1,77 @@
-// Not handled yet: the node is read and dropped like an unknown path.
+// Call limits: "config.VOIP.limits", params "limit_0" .. "limit_29", each
+// value a target word and a number ("[proxy]" or any other word).
 #include "universalConfigParser/handlers.h"
+#include "universalConfigParser/store.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <iterator>
+#include <string_view>
 
 namespace cfg::handlers {
+namespace {
 
-node_end limits(cfg_image_t &, node &n)
+constexpr std::string_view proxy_keyword = "[proxy]";
+
+bool is_blank(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+
+void clear_limit(limit_cfg_t &r, int32_t i) noexcept
 {
-    return parse::skip_unknown(n);
+    std::memset(r.target[i], 0, sizeof r.target[i]);
+    r.value[i] = 0;
+    r.not_proxy[i] = -1;
 }
 
+// A value is a word and a number separated by white space. A word longer
+// than the field is cut to its 255 characters; the number is read after the
+// whole word. A missing number keeps the entry's number. A value made only of
+// white space holds no word and clears the entry like an empty value.
+void store_limit(limit_cfg_t &r, int32_t i, const char *value) noexcept
+{
+    if (numbers::absent(value))
+        return clear_limit(r, i);
+    std::string_view rest(value);
+    while (!rest.empty() && is_blank(rest.front()))
+        rest.remove_prefix(1);
+    std::size_t length = 0;
+    while (length < rest.size() && !is_blank(rest[length]))
+        ++length;
+    if (length == 0)
+        return clear_limit(r, i);
+
+    auto &target = r.target[i];
+    const std::size_t kept = std::min(length, sizeof target - 1);
+    std::memcpy(target, rest.data(), kept);
+    target[kept] = '\0';
+    numbers::scan_int(rest.data() + length, r.value[i]);
+    r.not_proxy[i] = std::string_view(target).starts_with(proxy_keyword) ? 0 : 1;
 }
+
+// Entry number: the digits after the first "_" of the name; -1 for none.
+int32_t limit_entry(std::string_view name) noexcept
+{
+    const auto underscore = name.find('_');
+    if (underscore == std::string_view::npos)
+        return -1;
+    return numbers::entry_number(name.substr(underscore + 1));
+}
+
+} // namespace
+
+node_end limits(cfg_image_t &image, node &n)
+{
+    limit_cfg_t &r = image.limits;
+    while (parse::param p = parse::next_param(n)) {
+        if (!p.is("limit"))
+            continue;
+        const int32_t i = limit_entry(p.name());
+        if (i < 0 || i >= static_cast<int32_t>(std::size(r.value)))
+            continue; // no entry of this number: dropped
+        const parse::image_lock lock;
+        store_limit(r, i, p.value());
+    }
+    return parse::finish_node(n, r.updated);
+}
+
+} // namespace cfg::handlers

@@ -1,11 +1,106 @@
-// Not handled yet: the node is read and dropped like an unknown path.
+// Number modifiers: "config.VOIP.modifiers.modifier_M" (M = 0..15), params
+// "mod_rule_0" .. "mod_rule_31", each value a line of three words.
 #include "universalConfigParser/handlers.h"
+#include "universalConfigParser/store.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <iterator>
+#include <string_view>
 
 namespace cfg::handlers {
+namespace {
 
-node_end modifiers(cfg_image_t &, node &n)
+constexpr std::size_t line_limit = 254; // characters of a rule line that are read
+
+bool is_blank(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+
+// The digits after the last "_"; -1 when there are none.
+int32_t number_after_last_underscore(std::string_view text) noexcept
 {
-    return parse::skip_unknown(n);
+    const auto underscore = text.rfind('_');
+    if (underscore == std::string_view::npos)
+        return -1;
+    return numbers::entry_number(text.substr(underscore + 1));
 }
 
+// Takes the next white-space separated word off the front of `line`.
+std::string_view next_word(std::string_view &line) noexcept
+{
+    while (!line.empty() && is_blank(line.front()))
+        line.remove_prefix(1);
+    std::size_t length = 0;
+    while (length < line.size() && !is_blank(line[length]))
+        ++length;
+    const std::string_view word = line.substr(0, length);
+    line.remove_prefix(length);
+    return word;
 }
+
+// A word longer than its member is cut to the member's size.
+template <std::size_t N>
+void put_word(char (&field)[N], std::string_view word) noexcept
+{
+    const std::size_t kept = std::min(word.size(), N - 1);
+    std::memcpy(field, word.data(), kept);
+    field[kept] = '\0';
+}
+
+// A line of three words (more are ignored) fills the rule; anything else
+// leaves it empty.
+void store_rule(mod_rule_t &rule, const char *value) noexcept
+{
+    rule = mod_rule_t{};
+    if (numbers::absent(value))
+        return;
+    std::string_view line(value, strnlen(value, line_limit));
+    const std::string_view w1 = next_word(line);
+    const std::string_view w2 = next_word(line);
+    const std::string_view w3 = next_word(line);
+    if (w3.empty())
+        return;
+    put_word(rule.word1, w1);
+    put_word(rule.word2, w2);
+    put_word(rule.word3, w3);
+}
+
+void store_modifier(modifier_cfg_t &m, const parse::param &p) noexcept
+{
+    const char *v = p.value();
+    cfg_trace(3, "paramName: %s, paramValue: %s", p.name(), v != nullptr ? v : "");
+    if (!p.is("mod_rule_"))
+        return;
+    const int32_t r = number_after_last_underscore(p.name());
+    if (r < 0 || r >= static_cast<int32_t>(std::size(m.rules))) {
+        cfg_trace(1, "%s: invalid modifier rule number %d (valid %d..%d)", "all_parser",
+                  static_cast<int>(r), 0, static_cast<int>(std::size(m.rules)) - 1);
+        return;
+    }
+    store_rule(m.rules[r], v);
+}
+
+} // namespace
+
+node_end modifiers(cfg_image_t &image, node &n)
+{
+    // A path without a modifier number is reported with the number -1. Either
+    // way the rest of the message is abandoned.
+    const int32_t m = number_after_last_underscore(n.path);
+    if (m < 0 || m >= static_cast<int32_t>(std::size(image.modifiers))) {
+        cfg_trace(1, "%s: invalid modifier entry number %d (valid %d..%d)", "all_parser",
+                  static_cast<int>(m), 0, static_cast<int>(std::size(image.modifiers)) - 1);
+        return node_end::stop;
+    }
+    cfg_trace(3, "Path: %s; countParams: %d", n.path, static_cast<int>(n.param_count));
+    modifier_cfg_t &modifier = image.modifiers[m];
+    while (parse::param p = parse::next_param(n)) {
+        const parse::image_lock lock;
+        store_modifier(modifier, p);
+    }
+    // No time-stamp: the modifier record has none, and its count is the
+    // recount's alone.
+    return n.malformed ? node_end::stop : node_end::next;
+}
+
+} // namespace cfg::handlers

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <string_view>
 
 namespace cfg::numbers {
 
@@ -31,5 +32,23 @@ bool scan_uint(const char *text, uint32_t &out) noexcept;
 bool scan_hex(const char *text, uint32_t &out) noexcept;
 
 inline bool absent(const char *value) noexcept { return value == nullptr || value[0] == '\0'; }
+
+// Element number of a list entry taken from a path or a param name (the text
+// after its "_"): decimal digits only, no sign or blanks. -1 when the text is
+// empty or holds anything else; large numbers stop at INT32_MAX instead of
+// wrapping, so they can never land on a valid element.
+constexpr int32_t entry_number(std::string_view digits) noexcept
+{
+    if (digits.empty())
+        return -1;
+    int64_t n = 0;
+    for (const char c : digits) {
+        if (c < '0' || c > '9')
+            return -1;
+        if (n <= INT32_MAX)
+            n = n * 10 + (c - '0');
+    }
+    return n > INT32_MAX ? INT32_MAX : static_cast<int32_t>(n);
+}
 
 } // namespace cfg::numbers

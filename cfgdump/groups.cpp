@@ -1,0 +1,80 @@
+// Writer of the hunt groups of one kind: the valid groups renumbered from 0,
+// then an empty node for every other number, which clears that group on the
+// configuration manager's side.
+#include "cfgmngr/msg_writer.h"
+
+#include <cfgparser.h>
+
+#include <cstdio>
+#include <cstring>
+
+using cfg::dump::msg_writer;
+
+namespace cfg::dump {
+namespace {
+
+constexpr int group_count = CFG_GROUPS;
+
+void group_path(char (&path)[48], bool fxo, int index) noexcept
+{
+    std::snprintf(path, sizeof path, fxo ? "config.VOIP.groups.fxo_group_%d"
+                                         : "config.VOIP.groups.group_%d", index);
+}
+
+void group_node(msg_writer &w, const group_cfg_t &g, bool fxo, int index) noexcept
+{
+    char path[48];
+    group_path(path, fxo, index);
+    char ports[256] = {};
+    cfg_port_to_string(&g, ports);
+
+    w.node(path);
+    w.text("phone", g.phone);
+    w.text("name", g.name);
+    w.text("password", g.password);
+    w.text("ports", static_cast<const char *>(ports));
+    w.uint("type", g.type);
+    if (!fxo)
+        w.uint("timeout", g.timeout);
+    w.uint("busy", g.busy);
+    w.uint("enabled", g.enabled);
+    w.uint("sip_port", g.sip_port);
+    if (fxo) {
+        w.uint("dont_transmit_prefix", g.dont_transmit_prefix);
+        w.uint("transmit_number", g.transmit_number);
+        w.uint("fxo_call_busy", g.fxo_call_busy);
+    }
+    w.uint("profile_id", g.profile_id);
+}
+
+} // namespace
+} // namespace cfg::dump
+
+extern "C" {
+
+int groups_to_file(uint8_t **cursor, const group_cfg_t *entries, int fxo) CFG_NOEXCEPT
+{
+    using namespace cfg::dump;
+    msg_writer w(cursor, "groups_to_file");
+    const bool line_ports = fxo != 0;
+    int j = 0;
+    // A null record writes only the frame.
+    if (entries != nullptr) {
+        for (int i = 0; i < group_count; ++i) {
+            const group_cfg_t &g = entries[i];
+            char name[sizeof g.name + 1] = {};
+            std::memcpy(name, g.name, sizeof g.name);
+            cfg_trace(4, " SAVE GROUP %d valid %d name %s.", i, static_cast<int>(g.valid), name);
+            if (g.valid != 0)
+                group_node(w, g, line_ports, j++);
+        }
+        for (int k = j; k < group_count; ++k) {
+            char path[48];
+            group_path(path, line_ports, k);
+            w.node(path);
+        }
+    }
+    return w.finish();
+}
+
+} // extern "C"

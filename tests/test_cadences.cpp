@@ -1,0 +1,178 @@
+// Ring cadences: the number in the path, clamping, the mask list and its
+// text form, clearing by an empty node, all 32 cadences written.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+cadence_cfg_t parse_cadence_5(const std::string &params)
+{
+    auto image = fresh_image();
+    parse(*image, "[config.VOIP.cadences.cadence_5]\n" + params + "\n");
+    EXPECT_NE(image->cadences_updated, 0u) << params;
+    return image->cadences[5];
+}
+
+TEST(Cadences, RingAndPauseAreClamped)
+{
+    struct row {
+        const char *text;
+        uint32_t ring, pause;
+    };
+    const std::vector<row> rows = {
+        {"ring = 5000", 4000, 0},
+        {"ring = -3", 0, 0},
+        {"ring = 4000", 4000, 0},
+        {"ring = 12abc", 12, 0},
+        {"ring = abc", 0, 0},
+        {"ring = 99999999999", 4000, 0},
+        {"ring = 1\n ring =", 0, 0},
+        {"pause = 25501", 0, 25500},
+        {"pause = 4294967296", 0, 25500},
+        {"pause = 300", 0, 300},
+        {"ringer = 7", 7, 0}, // "ring" before "rule"
+    };
+    for (const row &r : rows) {
+        const cadence_cfg_t c = parse_cadence_5(r.text);
+        EXPECT_EQ(c.ring, r.ring) << r.text;
+        EXPECT_EQ(c.pause, r.pause) << r.text;
+        EXPECT_EQ(c.rule[0], '\0') << r.text;
+    }
+}
+
+TEST(Cadences, MaskList)
+{
+    struct row {
+        std::string text;
+        uint32_t mask;
+    };
+    const std::vector<row> rows = {
+        {"0,2,9", 0x05},
+        {"a", 0x01},          // a piece without digits is flag 0
+        {"7,8,-1", 0x80},
+        {" 3, 4x", 0x18},
+        {"1,,3,", 0x0A},      // empty pieces name no flag
+        {",", 0x00},
+        {"", 0x00},
+        {"\"\"", 0x00},
+        {std::string(254, 'a') + ",1", 0x01},  // the 1 lies past character 255
+        {std::string(253, 'a') + ",1", 0x03},
+    };
+    for (const row &r : rows) {
+        const cadence_cfg_t c = parse_cadence_5("mask = " + r.text);
+        EXPECT_EQ(c.mask, r.mask) << r.text;
+    }
+}
+
+TEST(Cadences, RuleIsCut)
+{
+    const cadence_cfg_t c = parse_cadence_5("rule = " + std::string(60, 'r'));
+    EXPECT_EQ(std::string(c.rule), std::string(50, 'r'));
+}
+
+TEST(Cadences, NodeWithoutParamsClearsTheCadence)
+{
+    auto image = fresh_image();
+    parse(*image, "[config.VOIP.cadences.cadence_3]\n ring = 100\n pause = 200\n rule = r1\n"
+                  " mask = 1,2\n[config.VOIP.cadences.cadence_4]\n ring = 50\n");
+    parse(*image, "[config.VOIP.cadences.cadence_3]\n");
+    const cadence_cfg_t &c = image->cadences[3];
+    EXPECT_EQ(c.ring, 0u);
+    EXPECT_EQ(c.pause, 0u);
+    EXPECT_EQ(std::string(c.rule, sizeof c.rule), std::string(sizeof c.rule, '\0'));
+    EXPECT_EQ(c.mask, 0u);
+    EXPECT_EQ(image->cadences[4].ring, 50u);
+
+    const auto out = support::write([&](uint8_t **cur) { return cadence_config_save(cur, image.get()); });
+    ASSERT_EQ(out.message.nodes.size(), 32u);
+    EXPECT_EQ(support::value(out.node(3), "rule"), "\"\"");
+    EXPECT_EQ(support::value(out.node(3), "ring"), "0");
+    EXPECT_EQ(support::value(out.node(3), "pause"), "0");
+    EXPECT_EQ(support::value(out.node(3), "mask"), "\"\"");
+}
+
+// Paths that name no cadence 0..31 store nothing, not even a clear or the
+// time-stamp; the rest of the message is parsed.
+TEST(Cadences, PathWithoutValidNumberStoresNothing)
+{
+    const std::vector<std::string> paths = {
+        "config.VOIP.cadences.cadence",     "config.VOIP.cadences.cadence_",
+        "config.VOIP.cadences.cadence_x",   "config.VOIP.cadences.cadence_3a",
+        "config.VOIP.cadences.cadence_-1",  "config.VOIP.cadences.cadence_32",
+        "config.VOIP.cadences.cadence_99999999999", "config.VOIP.cadences.cadences",
+    };
+    for (const std::string &path : paths) {
+        for (const char *params : {"", " ring = 5\n mask = 1\n"}) {
+            auto image = fresh_image();
+            image->cadences[0].ring = 11;
+            image->cadences[31].ring = 12;
+            auto before = fresh_image();
+            std::memcpy(before->cadences, image->cadences, sizeof image->cadences);
+            parse(*image, "[" + path + "]\n" + params + "[config.VOIP.dvo]\n dnd = *1\n");
+            EXPECT_EQ(std::memcmp(before->cadences, image->cadences, sizeof image->cadences), 0)
+                << path << " / " << params;
+            EXPECT_EQ(image->cadences_updated, 0u) << path;
+            EXPECT_STREQ(image->dvo.dnd, "*1") << path;
+            EXPECT_TRUE(support::lock_is_free());
+        }
+    }
+}
+
+TEST(Cadences, NumberFromTheLastUnderscore)
+{
+    auto image = fresh_image();
+    parse(*image, "[config.VOIP.cadences.cadence_0]\n ring = 1\n"
+                  "[config.VOIP.cadences.cadence_31]\n ring = 2\n"
+                  "[config.VOIP.cadences.cadence_07]\n ring = 3\n"
+                  "[config.VOIP.cadences.cadence_x_9]\n ring = 4\n");
+    EXPECT_EQ(image->cadences[0].ring, 1u);
+    EXPECT_EQ(image->cadences[31].ring, 2u);
+    EXPECT_EQ(image->cadences[7].ring, 3u);
+    EXPECT_EQ(image->cadences[9].ring, 4u);
+}
+
+TEST(Cadences, WriterWritesAll32AndRoundTrips)
+{
+    auto image = fresh_image();
+    for (uint32_t c = 0; c < CFG_CADENCES; ++c) {
+        image->cadences[c].ring = 100 + c;
+        image->cadences[c].pause = 2000 + c;
+        image->cadences[c].mask = c * 7 % 256;
+        std::snprintf(image->cadences[c].rule, sizeof image->cadences[c].rule, "rule%u", c);
+    }
+    image->cadences[30].mask = 0x105; // bits above 7 are not flags
+    image->cadences[31] = cadence_cfg_t{};
+
+    const auto out = support::write([&](uint8_t **cur) { return cadence_config_save(cur, image.get()); });
+    ASSERT_EQ(out.message.nodes.size(), 32u);
+    for (std::size_t c = 0; c < 32; ++c) {
+        EXPECT_EQ(out.node(c).path, "config.VOIP.cadences.cadence_" + std::to_string(c));
+        EXPECT_EQ(support::names(out.node(c)),
+                  (std::vector<std::string>{"rule", "ring", "pause", "mask"}));
+    }
+    EXPECT_EQ(support::value(out.node(3), "mask"), "0,2,4");  // 21
+    EXPECT_EQ(support::value(out.node(30), "mask"), "0,2");
+    EXPECT_EQ(support::value(out.node(31), "mask"), "\"\"");
+    EXPECT_EQ(support::value(out.node(5), "rule"), "rule5");
+
+    auto back = fresh_image();
+    all_parser(back.get(), out.as_message().data());
+    image->cadences[30].mask = 0x05;
+    for (std::size_t c = 0; c < 32; ++c) {
+        EXPECT_EQ(back->cadences[c].ring, image->cadences[c].ring) << c;
+        EXPECT_EQ(back->cadences[c].pause, image->cadences[c].pause) << c;
+        EXPECT_EQ(back->cadences[c].mask, image->cadences[c].mask) << c;
+        EXPECT_STREQ(back->cadences[c].rule, image->cadences[c].rule) << c;
+    }
+}
+
+} // namespace

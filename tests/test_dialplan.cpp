@@ -1,0 +1,206 @@
+// Dial-plan rules of a profile: the "config.VOIP.profile.profile_N.dialplan"
+// node through all_parser, and profile_dialplan_to_file.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+constexpr const char *rule_55 = R"(55 4 0 sip "proxy" "" 0 0 0 +0-3 0)";
+
+dial_plan_t rule(const char *text, uint32_t max_ports = 16)
+{
+    dial_plan_t e{};
+    EXPECT_NE(cfgpars_dial_plan_string_to_t(&e, text, max_ports), nullptr) << text;
+    return e;
+}
+
+bool same(const dial_plan_t &a, const dial_plan_t &b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+TEST(DialPlan, HandlerStoresRulesByNumber)
+{
+    auto image = fresh_image(16);
+    dial_plan_t &kept = image->dialplans[3].entries[2];
+    kept = rule("1 1 1 h323 x \"k\" 0 0 0 + 0");
+    const dial_plan_t kept_before = kept;
+    image->dialplans[3].entries[4] = rule("4 4 4 sip y \"\" 0 0 0 + 0");
+    image->dialplans[3].entries[6] = rule("6 6 6 sip z \"\" 0 0 0 + 0");
+
+    parse(*image, std::string("[config.VOIP.profile.profile_3.dialplan]\n") +
+                      " dialplan_0 = " + rule_55 + "\n"
+                      " dialplan_299 = 7 0 0 pickup any \"p\" 1 2 3 -0 4\n"
+                      " dialplan_2 = 9 0 0 sip d \"\" 0 0 0 + 0\n"   // refused: kept as it was
+                      " dialplan_4 =\n"                              // no value: cleared
+                      " dialplan_6 = \"\"\n"                         // "": cleared
+                      " dialplan_300 = " + rule_55 + "\n"            // outside 0..299
+                      " dialplan_99999999999 = " + rule_55 + "\n"
+                      " dialplan_ = " + rule_55 + "\n"               // no number
+                      " dialplan_x1 = " + rule_55 + "\n"
+                      " dialplan1 = " + rule_55 + "\n"               // no '_'
+                      " rule_1 = " + rule_55 + "\n");                // not a dial-plan name
+    EXPECT_TRUE(support::lock_is_free());
+
+    const profile_dialplan_cfg_t &plan = image->dialplans[3];
+    EXPECT_TRUE(same(plan.entries[0], rule(rule_55)));
+    EXPECT_EQ(plan.entries[0].type, 2u);
+    EXPECT_EQ(plan.entries[299].type, 6u);
+    EXPECT_EQ(plan.entries[299].port_mask[0], 0xFFFFFFFEu);
+    EXPECT_TRUE(same(kept, kept_before));
+    EXPECT_TRUE(same(plan.entries[4], dial_plan_t{}));
+    EXPECT_TRUE(same(plan.entries[6], dial_plan_t{}));
+    EXPECT_EQ(plan.entries[1].type, 0u); // dialplan1 and dialplan_x1 stored nothing
+    EXPECT_NE(image->dialplans_updated[3], 0u);
+    for (int p = 0; p < CFG_PROFILES; ++p) {
+        if (p != 3) {
+            EXPECT_EQ(image->dialplans_updated[p], 0u) << p;
+        }
+    }
+
+    // The recount at the end of the message counts the filled entries.
+    EXPECT_EQ(plan.current, 3u); // entries 0, 2 and 299
+    EXPECT_EQ(plan.start, 3u);
+}
+
+TEST(DialPlan, MaskBoundIsTheImagePortCount)
+{
+    auto image = fresh_image(8);
+    parse(*image, "[config.VOIP.profile.profile_0.dialplan]\n"
+                  " dialplan_0 = 1 1 1 sip d \"\" 0 0 0 +7 0\n"
+                  " dialplan_1 = 1 1 1 sip d \"\" 0 0 0 +8 0\n");
+    EXPECT_EQ(image->dialplans[0].entries[0].port_mask[0], 0x80u);
+    EXPECT_EQ(image->dialplans[0].entries[1].port_mask[0], 0u); // refused mask, rule taken
+    EXPECT_EQ(image->dialplans[0].entries[1].type, 4u);
+}
+
+// A profile number that is missing or outside 0..7 ends the whole message:
+// no later node is parsed and no recount runs.
+TEST(DialPlan, BadProfileAbandonsTheMessage)
+{
+    for (const char *profile : {"8", "4294967299", "99999999999999999999999"}) {
+        SCOPED_TRACE(profile);
+        auto image = fresh_image();
+        image->routes.start = CFG_LIST_UPDATING;
+        parse(*image, std::string("[config.VOIP.h323]\n timetolive = 5\n"
+                                  "[config.VOIP.profile.profile_") + profile + ".dialplan]\n"
+                      " dialplan_0 = " + rule_55 + "\n"
+                      "[config.VOIP.h323]\n keepalivetime = 9\n");
+        EXPECT_EQ(image->h323.timetolive, 5);       // stores before the fault stay
+        EXPECT_EQ(image->h323.keepalivetime, 0);    // nothing after it is parsed
+        EXPECT_EQ(image->routes.start, CFG_LIST_UPDATING); // no recount
+        for (const profile_dialplan_cfg_t &plan : image->dialplans)
+            EXPECT_EQ(plan.entries[0].type, 0u);
+        EXPECT_TRUE(support::lock_is_free());
+    }
+    // Profile 7 is the last valid one.
+    auto image = fresh_image();
+    parse(*image, std::string("[config.VOIP.profile.profile_7.dialplan]\n dialplan_0 = ") + rule_55 + "\n");
+    EXPECT_EQ(image->dialplans[7].entries[0].type, 2u);
+}
+
+TEST(DialPlan, RequesterMarkerClearedAtTheEndOfTheMessage)
+{
+    auto image = fresh_image();
+    image->dialplans[5].start = CFG_LIST_UPDATING;
+    parse(*image, std::string("[config.VOIP.profile.profile_5.dialplan]\n dialplan_10 = ") + rule_55 + "\n");
+    EXPECT_EQ(image->dialplans[5].start, 1u);
+    EXPECT_EQ(image->dialplans[5].current, 1u);
+    EXPECT_EQ(update_dialplan_conf(image.get(), 5), 0);
+
+    // A node without params only stamps the profile.
+    auto empty = fresh_image();
+    parse(*empty, "[config.VOIP.profile.profile_1.dialplan]\n");
+    EXPECT_NE(empty->dialplans_updated[1], 0u);
+    EXPECT_EQ(empty->dialplans[1].current, 0u);
+}
+
+// start 5, current 3, rules at 0, 7 and 200: renumbered 0..2, then two
+// empty params so that the configuration manager drops rules 3 and 4.
+TEST(DialPlan, WriterRenumbersAndPads)
+{
+    auto image = fresh_image(16);
+    profile_dialplan_cfg_t &plan = image->dialplans[2];
+    plan.entries[0] = rule(rule_55);
+    plan.entries[7] = rule("7 1 2 pickup any \"pk\" 3 300 5 -1 6");
+    plan.entries[200] = rule("200 -1 -2 h323 \"gatekeeper\" \"abcdefgh\" -3 255 -5 +0,15 -6");
+    plan.start = 5;
+    plan.current = 3;
+
+    const auto out = support::write([&](uint8_t **c) { return profile_dialplan_to_file(c, 2, &plan, 16); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    const auto &node = out.node();
+    EXPECT_EQ(node.path, "config.VOIP.profile.profile_2.dialplan");
+    EXPECT_EQ(support::names(node),
+              (std::vector<std::string>{"dialplan_0", "dialplan_1", "dialplan_2", "dialplan_3", "dialplan_4"}));
+    EXPECT_EQ(support::value(node, "dialplan_0"), R"(55 4 0 sip "proxy" "" 0 0 0 +0,1,2,3 0)");
+    // pickup: 32 positions whatever the port count
+    EXPECT_EQ(support::value(node, "dialplan_1"), R"(7 1 2 pickup any "pk" 3 44 5 -1 6)");
+    EXPECT_EQ(support::value(node, "dialplan_2"), R"(200 -1 -2 h323 "gatekeeper" "abcdefgh" -3 255 -5 +0,15 -6)");
+    EXPECT_EQ(support::value(node, "dialplan_3"), std::nullopt); // value length 0
+    EXPECT_EQ(support::value(node, "dialplan_4"), std::nullopt);
+
+    // With 8 ports the first rule's four set positions are written as the clear ones.
+    const auto eight = support::write([&](uint8_t **c) { return profile_dialplan_to_file(c, 2, &plan, 8); });
+    EXPECT_EQ(support::value(eight.node(), "dialplan_0"), R"(55 4 0 sip "proxy" "" 0 0 0 -4,5,6,7 0)");
+
+    // Parsed back into a fresh image the rules come back renumbered, and the
+    // empty params leave entries 3 and 4 empty.
+    auto back = fresh_image(16);
+    const auto message = out.as_message();
+    all_parser(back.get(), message.data());
+    EXPECT_TRUE(same(back->dialplans[2].entries[0], plan.entries[0]));
+    EXPECT_TRUE(same(back->dialplans[2].entries[1], plan.entries[7]));
+    EXPECT_TRUE(same(back->dialplans[2].entries[2], plan.entries[200]));
+    EXPECT_EQ(back->dialplans[2].current, 3u);
+}
+
+TEST(DialPlan, WriterCounts)
+{
+    struct row {
+        uint32_t start, current;
+        std::size_t params;     // what the node announces and holds
+        const char *last_name;  // name of the last param
+    };
+    // Three rules are filled (entries 1, 2 and 3).
+    const std::vector<row> rows = {
+        {3, 3, 3, "dialplan_2"},
+        {3, 2, 3, "dialplan_2"},   // only current rules, then one empty param
+        {2, 3, 3, "dialplan_2"},   // start below current: no padding
+        {0, 0, 0, nullptr},
+        {10, 3, 10, "dialplan_9"},
+        {CFG_LIST_UPDATING, 3, 300, "dialplan_299"}, // padding never past rule 299
+        {3, 5, 3, "dialplan_2"},   // fewer rules filled than counted
+    };
+    for (const row &r : rows) {
+        SCOPED_TRACE(::testing::Message() << "start " << r.start << " current " << r.current);
+        auto image = fresh_image();
+        profile_dialplan_cfg_t &plan = image->dialplans[0];
+        for (int i : {1, 2, 3})
+            plan.entries[i] = rule(rule_55);
+        plan.start = r.start;
+        plan.current = r.current;
+        const auto out = support::write([&](uint8_t **c) { return profile_dialplan_to_file(c, 0, &plan, 16); });
+        const auto &node = out.node();
+        ASSERT_EQ(node.params.size(), r.params);
+        if (r.last_name != nullptr) {
+            EXPECT_EQ(node.params.back().name, r.last_name);
+        }
+        // Rules first, with a value; then the empty params.
+        const std::size_t rules = std::min<std::size_t>(3, r.current);
+        for (std::size_t i = 0; i < node.params.size(); ++i)
+            EXPECT_EQ(node.params[i].value.has_value(), i < rules) << node.params[i].name;
+    }
+}
+
+} // namespace

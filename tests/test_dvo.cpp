@@ -1,0 +1,70 @@
+// Service codes: 3-character cut, key order, empty codes, the writer.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+TEST(ServiceCodes, Keys)
+{
+    struct row {
+        const char *text;
+        char (dvo_cfg_t::*field)[4];
+        const char *expected;
+    };
+    const std::vector<row> rows = {
+        {"cf_busy = *9012", &dvo_cfg_t::cf_busy, "*90"},
+        {"cf_busy = *9", &dvo_cfg_t::cf_busy, "*9"},
+        {"dnd = *78", &dvo_cfg_t::dnd, "*78"},
+        {"dnd_off = #78", &dvo_cfg_t::dnd, "#78"}, // any name beginning with "dnd"
+        {"callwaiting = *43", &dvo_cfg_t::callwaiting, "*43"},
+        {"ct_attended = *2", &dvo_cfg_t::ct_attended, "*2"},
+        {"ct_unattended = *3", &dvo_cfg_t::ct_unattended, "*3"},
+        {"cf_unconditional = *21", &dvo_cfg_t::cf_unconditional, "*21"},
+        {"cf_noanswer = *61", &dvo_cfg_t::cf_noanswer, "*61"},
+        {"cf_outofservice = *62", &dvo_cfg_t::cf_outofservice, "*62"},
+        {"callwaiting =", &dvo_cfg_t::callwaiting, ""},
+        {"callwaiting = \"\"", &dvo_cfg_t::callwaiting, ""},
+        {"cf = *99", &dvo_cfg_t::cf_busy, "old"}, // no key
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        std::strcpy(image->dvo.*r.field, "old");
+        parse(*image, std::string("[config.VOIP.dvo]\n") + r.text + "\n");
+        EXPECT_STREQ(image->dvo.*r.field, r.expected) << r.text;
+        EXPECT_NE(image->dvo.updated, 0u);
+    }
+    EXPECT_TRUE(support::lock_is_free());
+}
+
+TEST(ServiceCodes, WriterOrderAndRoundTrip)
+{
+    auto image = fresh_image();
+    parse(*image, "[config.VOIP.dvo]\n callwaiting = *43\n ct_attended = *2\n ct_unattended = *3\n"
+                  " cf_unconditional = *21\n cf_busy = *22\n cf_noanswer = *61\n"
+                  " cf_outofservice = *62\n dnd = *78\n callwaiting =\n");
+    const auto out = support::write([&](uint8_t **c) { return dvo_config_save(c, &image->dvo); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(out.node().path, "config.VOIP.dvo");
+    EXPECT_EQ(support::names(out.node()),
+              (std::vector<std::string>{"callwaiting", "ct_attended", "ct_unattended",
+                                        "cf_unconditional", "cf_busy", "cf_noanswer",
+                                        "cf_outofservice", "dnd"}));
+    EXPECT_EQ(support::value(out.node(), "callwaiting"), "\"\"");
+    EXPECT_EQ(support::value(out.node(), "dnd"), "*78");
+
+    auto back = fresh_image();
+    all_parser(back.get(), out.as_message().data());
+    back->dvo.updated = image->dvo.updated;
+    EXPECT_EQ(std::memcmp(&back->dvo, &image->dvo, sizeof image->dvo), 0);
+}
+
+} // namespace

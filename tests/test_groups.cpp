@@ -1,0 +1,249 @@
+// Hunt groups: the port-list text, the group handler and groups_to_file.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+std::vector<uint32_t> ports_of(const group_cfg_t &g)
+{
+    return {g.port_list, g.port_list + g.port_count};
+}
+
+std::string numbers_text(int count, int port)
+{
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += std::to_string(port) + ",";
+    return text;
+}
+
+TEST(GroupPortsText, AcceptedAndRefusedTexts)
+{
+    struct row {
+        std::string text;
+        uint32_t max_ports;
+        int result;
+        std::vector<uint32_t> ports; // for a refusal: the untouched 5,6
+        const char *report;          // level-1 report, "" for none
+    };
+    const std::vector<row> rows = {
+        {"0,3,7", 8, 0, {0, 3, 7}, ""},
+        {"0,3,", 8, 0, {0, 3}, ""},
+        {"", 8, 0, {}, ""},
+        {" 1,+2", 8, 0, {1, 2}, ""},
+        {"0,8", 8, -1, {5, 6}, "ARG error!!! s = 8  max_ports = 8"},
+        {"-1", 8, -1, {5, 6}, "ARG error!!! s = -1  max_ports = 8"},
+        {"0;3", 8, -1, {5, 6}, "cfgpars_group_ports_string_to_t: Syntax error"},
+        {"0 ,3", 8, -1, {5, 6}, "Syntax error"},
+        {",", 8, -1, {5, 6}, ""},
+        {"1,,2", 8, -1, {5, 6}, ""},
+        {"x", 8, -1, {5, 6}, ""},
+        {numbers_text(72, 71), 72, 0, std::vector<uint32_t>(72, 71), ""},
+        {numbers_text(73, 1), 72, -1, {5, 6}, ""},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image(r.max_ports);
+        group_cfg_t g{};
+        g.port_list[0] = 5;
+        g.port_list[1] = 6;
+        g.port_count = 2;
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(cfgpars_group_ports_string_to_t(&g, r.text.c_str(), image.get()), r.result) << r.text;
+        const std::string out = testing::internal::GetCapturedStdout();
+        EXPECT_EQ(ports_of(g), r.ports) << r.text;
+        if (*r.report == '\0')
+            EXPECT_EQ(out, "") << r.text;
+        else
+            EXPECT_NE(out.find(r.report), std::string::npos) << r.text << " printed " << out;
+    }
+}
+
+TEST(GroupPortsText, ToText)
+{
+    struct row {
+        std::vector<uint32_t> ports;
+        uint32_t count;
+        std::string text;
+    };
+    const std::vector<row> rows = {
+        {{1, 2, 10}, 3, "1,2,10"},
+        {{}, 0, ""},
+        {{0}, 1, "0"},
+        {{1, 2, 10}, 2, "1,2"},
+        // A damaged record: 72 ten-digit numbers and a count past the list
+        // end give a text cut after the last whole number that fits.
+        {std::vector<uint32_t>(72, 4000000000u), 500, "-294967296"},
+    };
+    for (const row &r : rows) {
+        group_cfg_t g{};
+        std::copy(r.ports.begin(), r.ports.end(), g.port_list);
+        g.port_count = r.count;
+        char out[300];
+        std::memset(out, 'z', sizeof out);
+        EXPECT_EQ(cfg_port_to_string(&g, out), out);
+        EXPECT_EQ(std::string(out).substr(0, r.text.size()), r.text);
+        EXPECT_LT(std::strlen(out), 256u);
+        if (r.count <= 72) {
+            EXPECT_EQ(std::string(out), r.text);
+        }
+        EXPECT_EQ(out[256], 'z') << "wrote past the 256-byte buffer";
+    }
+}
+
+TEST(GroupsHandler, StoresAndEmptyValueRules)
+{
+    struct row {
+        const char *params;
+        uint32_t valid;
+        const char *phone;
+        uint32_t timeout, profile_id, sip_port, enabled, type;
+        std::vector<uint32_t> ports;
+    };
+    // Group 4 starts filled: valid, phone "old", timeout 30, ports 1,2.
+    const std::vector<row> rows = {
+        {" enabled =\n", 0, "old", 30, 0, 0, 0, 0, {1, 2}},
+        {" phone = \"\"\n", 1, "", 30, 0, 0, 0, 0, {1, 2}},
+        {" phone = 555\n timeout = 3\n profile_id = 9\n sip_port = 70000\n", 1, "555", 0, 0, 0, 0, 0, {1, 2}},
+        {" timeout = 120\n profile_id = 7\n sip_port = 65535\n", 1, "old", 120, 7, 65535, 0, 0, {1, 2}},
+        {" enabled_x = y\n typed = 4\n", 1, "old", 30, 0, 0, 1, 4, {1, 2}},
+        {" ports = 0,3,7\n", 1, "old", 30, 0, 0, 0, 0, {0, 3, 7}},
+        {" ports = 0,8\n phone = 1\n", 1, "1", 30, 0, 0, 0, 0, {}},
+        {" ports = \"\"\n", 1, "old", 30, 0, 0, 0, 0, {}},
+        {" unknown = 1\n", 1, "old", 30, 0, 0, 0, 0, {1, 2}},
+        {"", 0, "", 0, 0, 0, 0, 0, {}}, // no params: the group is cleared
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image(8);
+        group_cfg_t &g = image->groups.entries[4];
+        g.valid = 1;
+        std::strcpy(g.phone, "old");
+        g.timeout = 30;
+        g.port_list[0] = 1;
+        g.port_list[1] = 2;
+        g.port_count = 2;
+        parse(*image, std::string("[config.VOIP.groups.group_4]\n") + r.params);
+        EXPECT_EQ(g.valid, r.valid) << r.params;
+        EXPECT_STREQ(g.phone, r.phone) << r.params;
+        EXPECT_EQ(g.timeout, r.timeout) << r.params;
+        EXPECT_EQ(g.profile_id, r.profile_id) << r.params;
+        EXPECT_EQ(g.sip_port, r.sip_port) << r.params;
+        EXPECT_EQ(g.enabled, r.enabled) << r.params;
+        EXPECT_EQ(g.type, r.type) << r.params;
+        EXPECT_EQ(ports_of(g), r.ports) << r.params;
+        EXPECT_NE(image->groups.updated, 0u);
+        EXPECT_TRUE(support::lock_is_free());
+    }
+    auto image = fresh_image();
+    parse(*image, "[config.VOIP.groups.fxo_group_2]\n name = trunk\n");
+    EXPECT_STREQ(image->fxo_groups.entries[2].name, "trunk");
+    EXPECT_EQ(image->groups.entries[2].valid, 0u);
+}
+
+// Paths that name no group store nothing; the message goes on.
+TEST(GroupsHandler, PathWithoutValidNumber)
+{
+    for (const char *path : {"group_32", "group_", "group", "group_4x", "group_-1", "fxo_group",
+                             "group_4294967300"}) {
+        auto image = fresh_image();
+        auto before = fresh_image();
+        testing::internal::CaptureStdout();
+        parse(*image, std::string("[config.VOIP.groups.") + path + "]\n name = a\n enabled = 1\n"
+                      "[config.VOIP.h323]\n timetolive = 7\n");
+        const std::string out = testing::internal::GetCapturedStdout();
+        EXPECT_NE(out.find("invalid group entry number"), std::string::npos) << path;
+        EXPECT_EQ(image->h323.timetolive, 7) << path;
+        EXPECT_EQ(std::memcmp(&image->groups, &before->groups, sizeof image->groups), 0) << path;
+        EXPECT_EQ(std::memcmp(&image->fxo_groups, &before->fxo_groups, sizeof image->groups), 0) << path;
+    }
+}
+
+group_cfg_t sample_group(const char *name, std::vector<uint32_t> ports, bool fxo)
+{
+    group_cfg_t g{};
+    g.valid = 1;
+    std::strcpy(g.phone, "100");
+    std::strcpy(g.name, name);
+    std::strcpy(g.password, "pw");
+    std::copy(ports.begin(), ports.end(), g.port_list);
+    g.port_count = static_cast<uint32_t>(ports.size());
+    g.enabled = 1;
+    g.type = 3;
+    g.busy = 1;
+    g.timeout = fxo ? 0 : 40;
+    g.sip_port = 5070;
+    g.profile_id = 6;
+    g.transmit_number = fxo;
+    g.dont_transmit_prefix = fxo;
+    g.fxo_call_busy = fxo;
+    return g;
+}
+
+TEST(GroupsWriter, RenumbersPadsAndRoundTrips)
+{
+    const std::vector<std::string> subscriber_names = {
+        "phone", "name", "password", "ports", "type", "timeout", "busy", "enabled", "sip_port",
+        "profile_id"};
+    const std::vector<std::string> line_names = {
+        "phone", "name", "password", "ports", "type", "busy", "enabled", "sip_port",
+        "dont_transmit_prefix", "transmit_number", "fxo_call_busy", "profile_id"};
+    for (const bool fxo : {false, true}) {
+        const std::string kind = fxo ? "config.VOIP.groups.fxo_group_" : "config.VOIP.groups.group_";
+        groups_cfg_t list{};
+        list.entries[2] = sample_group("two", {1, 2, 10}, fxo);
+        list.entries[9] = sample_group("nine", {}, fxo);
+        const auto out = support::write([&](uint8_t **c) { return groups_to_file(c, list.entries, fxo); });
+        ASSERT_EQ(out.message.nodes.size(), 32u);
+        for (std::size_t k = 0; k < 32; ++k) {
+            EXPECT_EQ(out.node(k).path, kind + std::to_string(k));
+            EXPECT_EQ(support::names(out.node(k)),
+                      k >= 2 ? std::vector<std::string>{} : fxo ? line_names : subscriber_names);
+        }
+        EXPECT_EQ(support::value(out.node(0), "name"), "two");
+        EXPECT_EQ(support::value(out.node(0), "ports"), "1,2,10");
+        EXPECT_EQ(support::value(out.node(1), "ports"), "\"\"");
+
+        auto image = fresh_image(72);
+        if (fxo)
+            image->fxo_groups.entries[20] = sample_group("stale", {4}, fxo);
+        else
+            image->groups.entries[20] = sample_group("stale", {4}, fxo);
+        const std::vector<uint8_t> message = cfgmsg::encode(out.message);
+        all_parser(image.get(), message.data());
+        const groups_cfg_t &back = fxo ? image->fxo_groups : image->groups;
+        EXPECT_EQ(std::memcmp(&back.entries[0], &list.entries[2], sizeof(group_cfg_t)), 0);
+        EXPECT_EQ(std::memcmp(&back.entries[1], &list.entries[9], sizeof(group_cfg_t)), 0);
+        const group_cfg_t cleared{};
+        EXPECT_EQ(std::memcmp(&back.entries[20], &cleared, sizeof(group_cfg_t)), 0);
+        EXPECT_EQ(back.current, 2u);
+    }
+}
+
+TEST(GroupsWriter, NullRecordWritesOnlyTheFrame)
+{
+    const auto out = support::write([&](uint8_t **c) { return groups_to_file(c, nullptr, 0); });
+    EXPECT_EQ(out.returned, 2);
+}
+
+TEST(GroupsList, MarkerClearedByMessageEnd)
+{
+    for (const int fxo : {0, 1}) {
+        auto image = fresh_image();
+        groups_cfg_t &list = fxo ? image->fxo_groups : image->groups;
+        list.start = CFG_LIST_UPDATING;
+        parse(*image, fxo ? "[config.VOIP.groups.fxo_group_0]\n phone = 1\n"
+                          : "[config.VOIP.groups.group_0]\n phone = 1\n");
+        EXPECT_EQ(list.start, 1u);
+        EXPECT_EQ(update_groups_config(image.get(), fxo), 0);
+    }
+}
+
+} // namespace

@@ -1,0 +1,161 @@
+// Call limits: the "limit_N" handler and save_limits.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+TEST(LimitsHandler, Entries)
+{
+    struct row {
+        std::string param;  // one "name = value" line
+        int entry;          // entry expected to change, -1 for none
+        std::string target;
+        int32_t value;
+        int32_t not_proxy;
+    };
+    const std::string long_word(300, 'w');
+    const std::string long_digits(300, '1');
+    // Entry 2 starts as "old" 9, not_proxy 1.
+    const std::vector<row> rows = {
+        {"limit_2 = gw1 5", 2, "gw1", 5, 1},
+        {"limit_2 = [proxy] 3", 2, "[proxy]", 3, 0},
+        {"limit_2 = [proxy]x 4", 2, "[proxy]x", 4, 0},
+        {"limit_2 = gw1\t\t7", 2, "gw1", 7, 1},
+        {"limit_2 = gw1", 2, "gw1", 9, 1},            // no number: value kept
+        {"limit_2 = \"\"", 2, "", 0, -1},
+        {"limit_2 =", 2, "", 0, -1},
+        {"limit_2 = \\t", 2, "", 0, -1},              // white space only: cleared
+        {"limit_3 = " + long_word + " 4", 3, long_word.substr(0, 255), 4, 1},
+        {"limit_3 = " + long_digits, 3, long_digits.substr(0, 255), 0, 1},
+        {"limits_3 = a 1", 3, "a", 1, 1},             // name begins with "limit"
+        {"limit_30 = a 1", -1, "", 0, 0},
+        {"limit_ = a 1", -1, "", 0, 0},
+        {"limit = a 1", -1, "", 0, 0},
+        {"limit_2x = a 1", -1, "", 0, 0},
+        {"limit_4294967298 = a 1", -1, "", 0, 0},
+        {"other_2 = a 1", -1, "", 0, 0},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        limit_cfg_t &l = image->limits;
+        std::strcpy(l.target[2], "old");
+        l.value[2] = 9;
+        l.not_proxy[2] = 1;
+        const limit_cfg_t before = l;
+        parse(*image, "[config.VOIP.limits]\n" + r.param + "\n");
+        EXPECT_NE(l.updated, 0u);
+        for (int i = 0; i < CFG_LIMITS; ++i) {
+            if (i == r.entry) {
+                EXPECT_EQ(l.target[i], r.target) << r.param;
+                EXPECT_EQ(l.value[i], r.value) << r.param;
+                EXPECT_EQ(l.not_proxy[i], r.not_proxy) << r.param;
+            } else {
+                EXPECT_EQ(std::memcmp(l.target[i], before.target[i], sizeof l.target[i]), 0) << r.param << " entry " << i;
+                EXPECT_EQ(l.value[i], before.value[i]) << r.param << " entry " << i;
+                EXPECT_EQ(l.not_proxy[i], before.not_proxy[i]) << r.param << " entry " << i;
+            }
+        }
+    }
+}
+
+TEST(LimitsHandler, RecountAndMarker)
+{
+    auto image = fresh_image();
+    image->limits.start = CFG_LIST_UPDATING;
+    parse(*image, "[config.VOIP.limits]\n limit_0 = a 5\n limit_1 = b 0\n limit_2 = c -1\n limit_7 = d 1\n");
+    EXPECT_EQ(image->limits.current, 2u);
+    EXPECT_EQ(image->limits.start, 2u);
+    EXPECT_EQ(update_limits_conf(image.get()), 0);
+    parse(*image, "[config.VOIP.limits]\n limit_7 =\n");
+    EXPECT_EQ(image->limits.current, 1u);
+}
+
+struct limit_entry {
+    int index;
+    const char *target;
+    int32_t value;
+    int32_t not_proxy;
+};
+
+limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, uint32_t current,
+                      uint32_t ceiling)
+{
+    limit_cfg_t l{};
+    for (const limit_entry &e : entries) {
+        std::strcpy(l.target[e.index], e.target);
+        l.value[e.index] = e.value;
+        l.not_proxy[e.index] = e.not_proxy;
+    }
+    l.start = start;
+    l.current = current;
+    l.ceiling = ceiling;
+    return l;
+}
+
+TEST(LimitsWriter, CompactionCeilingAndPadding)
+{
+    const std::vector<limit_entry> three = {
+        {1, "gw1", 5, 1}, {4, "[proxy]tail", 3, 0}, {9, "gw9", 7, 1}};
+    struct row {
+        const char *what;
+        limit_cfg_t limits;
+        std::vector<std::optional<std::string>> values; // limit_0, limit_1, ... in order
+    };
+    const std::vector<row> rows = {
+        {"all below ceiling", limits_of(three, 3, 3, 100), {"gw1 5", "[proxy] 3", "gw9 7"}},
+        {"ceiling 0 writes no entry", limits_of(three, 3, 3, 0), {std::nullopt, std::nullopt, std::nullopt}},
+        {"value equal to ceiling is skipped", limits_of(three, 3, 3, 7), {"gw1 5", "[proxy] 3", std::nullopt}},
+        {"start 4 current 2", limits_of(three, 4, 2, 100), {"gw1 5", "[proxy] 3", std::nullopt, std::nullopt}},
+        {"current above start", limits_of(three, 1, 3, 100), {"gw1 5", "[proxy] 3", "gw9 7"}},
+        {"proxy entry without target", limits_of({{0, "", 2, 0}}, 1, 1, 100), {"[proxy] 2"}},
+        {"empty entry", limits_of({{0, "", 2, 1}, {3, "x", 2, 1}}, 1, 1, 100), {"x 2"}},
+        {"marker in start", limits_of(three, CFG_LIST_UPDATING, 3, 100),
+         [] {
+             std::vector<std::optional<std::string>> v = {"gw1 5", "[proxy] 3", "gw9 7"};
+             v.resize(CFG_LIMITS);
+             return v;
+         }()},
+    };
+    for (const row &r : rows) {
+        const auto out = support::write([&](uint8_t **c) { return save_limits(c, &r.limits); });
+        ASSERT_EQ(out.message.nodes.size(), 1u) << r.what;
+        const auto &node = out.node(0);
+        EXPECT_EQ(node.path, "config.VOIP.limits");
+        ASSERT_EQ(node.params.size(), r.values.size()) << r.what;
+        for (std::size_t j = 0; j < r.values.size(); ++j) {
+            EXPECT_EQ(node.params[j].name, "limit_" + std::to_string(j)) << r.what;
+            EXPECT_EQ(node.params[j].value, r.values[j]) << r.what << " limit_" << j;
+        }
+    }
+}
+
+TEST(LimitsWriter, RoundTrip)
+{
+    const limit_cfg_t sent = limits_of({{3, "gw3", 5, 1}, {8, "[proxy]", 2, 0}, {29, "gw29", 1, 1}}, 3, 3, 1000);
+    const auto out = support::write([&](uint8_t **c) { return save_limits(c, &sent); });
+    auto image = fresh_image();
+    image->limits = limits_of({{5, "stale", 4, 1}}, 0, 0, 0);
+    const std::vector<uint8_t> message = cfgmsg::encode(out.message);
+    all_parser(image.get(), message.data());
+    const limit_cfg_t &l = image->limits;
+    const std::vector<limit_entry> expected = {{0, "gw3", 5, 1}, {1, "[proxy]", 2, 0}, {2, "gw29", 1, 1}};
+    for (const limit_entry &e : expected) {
+        EXPECT_STREQ(l.target[e.index], e.target);
+        EXPECT_EQ(l.value[e.index], e.value);
+        EXPECT_EQ(l.not_proxy[e.index], e.not_proxy);
+    }
+    EXPECT_STREQ(l.target[5], "stale"); // beyond the announced count: not touched
+    EXPECT_EQ(l.current, 4u);
+}
+
+} // namespace
