@@ -16,8 +16,8 @@ constexpr std::string_view vlan_keys[] = {
 
 constexpr int32_t no_vlan = CFG_SWITCH_PORTS; // a name without a number
 
-// The port flag text is read from a bounded copy, as the switch tools send
-// it: at most 254 characters count.
+// The port flag text is read from a zeroed 255-byte copy: characters past
+// the 254th never count, and no value reads as no flags.
 void store_portmask(uint32_t &field, const char *value) noexcept
 {
     char text[255] = {};
