@@ -18,6 +18,9 @@ image_ptr fresh_image(std::uint32_t max_ports) {
     image_ptr image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
     if (!image) throw std::bad_alloc();
     image->max_ports = max_ports;
+    // The limits writer leaves out limits at or above `ceiling`, which only
+    // the application sets; the tool shows every limit.
+    image->limits.ceiling = UINT32_MAX;
     return image;
 }
 

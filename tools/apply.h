@@ -20,7 +20,8 @@ struct image_free {
 };
 using image_ptr = std::unique_ptr<cfg_image_t, image_free>;
 
-// A zero-filled image with `max_ports` set, as an application allocates it.
+// A zero-filled image with `max_ports` set, as an application allocates it,
+// and the limits ceiling at its largest so that every call limit is written.
 image_ptr fresh_image(std::uint32_t max_ports);
 
 // Parses one whole message (header included, as `decode` accepted it) into
