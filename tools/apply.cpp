@@ -112,13 +112,18 @@ void run_writers(const cfg_image_t &im, writer_output &out) {
     for (std::uint32_t d = 0; d < CFG_PORT_PROFILES; ++d)
         take(out, profile_def_port_to_file(start(out), d, &im.port_defaults[d]), "profile_def_port_to_file");
 
-    // VoIP profiles and their dial plans.
+    // VoIP profiles and their dial plans, then the dial-plan profiles.
     for (int p = 0; p < CFG_PROFILES; ++p) {
+        take(out, profile_codecs_save(start(out), p, &im.profiles[p]), "profile_codecs_save");
+        take(out, profile_sip_save(start(out), p, &im.profiles[p]), "profile_sip_save");
+        take(out, profile_alert_info_save(start(out), p, &im.profiles[p]), "profile_alert_info_save");
         take(out, profile_dialplan_to_file(start(out), p, &im.dialplans[p], im.max_ports),
              "profile_dialplan_to_file");
         take(out, profile_dialplan_regular_to_file(start(out), p, &im.dialplans[p]),
              "profile_dialplan_regular_to_file");
     }
+    for (int d = 0; d < CFG_DIALPLAN_PROFILES; ++d)
+        take(out, dialplan_profile_save(start(out), d, &im.dialplan_profiles[d]), "dialplan_profile_save");
 
     // VoIP lists.
     take(out, groups_to_file(start(out), im.groups.entries, 0), "groups_to_file");
@@ -133,6 +138,18 @@ void run_writers(const cfg_image_t &im, writer_output &out) {
     take(out, save_ntp(start(out), &im.network), "save_ntp");
     take(out, save_radius(start(out), &im.network), "save_radius");
     take(out, language_save(start(out), &im.network), "language_save");
+    take(out, sendHostsToCfgMngr(start(out), &im.hosts), "sendHostsToCfgMngr");
+    take(out, sendMacsToCfgMngr(start(out), &im.mac_filter), "sendMacsToCfgMngr");
+    take(out, sendRoutesToCfgMngr(start(out), &im.routes), "sendRoutesToCfgMngr");
+    take(out, all_firewall_to_file(start(out), &im.firewall), "all_firewall_to_file");
+    take(out, snmp_save(start(out), &im.snmp, &im.network), "snmp_save");
+    take(out, snmp_user_save(start(out), &im.snmp), "snmp_user_save");
+    take(out, ipsec_save(start(out), &im.ipsec, &im.network), "ipsec_save");
+    take(out, save_acs(start(out), &im.tr069), "save_acs");
+
+    // Switch: VLANs, QoS and the VTU rules in one message (vlan_config_save
+    // and qos_save write the same nodes).
+    take(out, switch_config_save(start(out), &im.switch_cfg), "switch_config_save");
 }
 
 }  // namespace
