@@ -312,7 +312,8 @@ std::optional<int> parse_options(int argc, char **argv, verb v, std::string_view
     opterr = 0;  // messages of our own
     optind = 1;
     int c;
-    while ((c = getopt_long(argc, argv, ":h", longs, nullptr)) != -1) {
+    int long_index = -1;
+    while ((c = getopt_long(argc, argv, ":h", longs, &long_index)) != -1) {
         const std::string arg = argv[optind - 1];
         switch (c) {
         case 'h':
@@ -340,8 +341,18 @@ std::optional<int> parse_options(int argc, char **argv, verb v, std::string_view
         default:
             break;
         }
-        // Unknown here: getopt leaves the short letter in optopt.
-        const std::string shown = optopt != 0 ? std::string("-") + static_cast<char>(optopt) : arg;
+        // A known option this verb does not take (its value may have been
+        // consumed, so name it from the table), a long option given a value
+        // it does not take (optopt holds its code), an unknown long option,
+        // or an unknown short letter (in optopt).
+        const bool is_long = arg.starts_with("--");
+        if (c == '?' && is_long && optopt != 0) {
+            usage_error(std::string(name) + ": option '" + arg.substr(0, arg.find('=')) + "' takes no value", name);
+            return usage;
+        }
+        const std::string shown = c == opt_json || c == opt_ports ? std::string("--") + longs[long_index].name
+                                  : is_long || optopt == 0        ? arg
+                                                                  : std::string("-") + static_cast<char>(optopt);
         usage_error(std::string(name) + ": unknown option '" + shown + "'", name);
         return usage;
     }
