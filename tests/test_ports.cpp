@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <climits>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -32,14 +31,6 @@ uint32_t flag_word(const port_cfg_t &port)
     static_assert(sizeof port.flags == sizeof word);
     std::memcpy(&word, &port.flags, sizeof word);
     return word;
-}
-
-uint8_t line_byte(const port_cfg_t &port)
-{
-    uint8_t byte = 0;
-    static_assert(sizeof port.line_flags == sizeof byte);
-    std::memcpy(&byte, &port.line_flags, sizeof byte);
-    return byte;
 }
 
 // The 32 one-bit switches as the configuration manager names them, from the
@@ -79,68 +70,52 @@ TEST(PortSettings, LineFlags)
     // agc_spk_enable bit 0, agc_mic_enable bit 1, clir bits 2-3,
     // no_offhook_at_ringing bits 4-5.
     const std::vector<row> rows = {
-        {"agc_spk_enable", "1", 0x00, 0x01},
-        {"agc_spk_enable", "n", 0x3F, 0x3E},
-        {"agc_mic_enable", "y", 0x00, 0x02},
-        {"agc_mic_enable", "0", 0x3F, 0x3D},
-        {"clir", "2", 0x00, 0x08},
-        {"clir", "1", 0x3F, 0x37},
-        {"clir", "3", 0x3F, 0x33}, // out of range: default 0
-        {"clir", "", 0x0C, 0x00},
-        {"no_offhook_at_ringing", "2", 0x00, 0x20},
-        {"no_offhook_at_ringing", "-1", 0x3F, 0x0F},
+        {"agc_spk_enable", "1", 0x00, 0x01},       {"agc_spk_enable", "n", 0x3F, 0x3E},
+        {"agc_mic_enable", "y", 0x00, 0x02},       {"agc_mic_enable", "0", 0x3F, 0x3D},
+        {"clir", "2", 0x00, 0x08},                 {"clir", "1", 0x3F, 0x37},
+        {"clir", "3", 0x3F, 0x33}, /* default 0 */ {"clir", "", 0x0C, 0x00},
+        {"no_offhook_at_ringing", "2", 0x00, 0x20}, {"no_offhook_at_ringing", "-1", 0x3F, 0x0F},
         {"no_offhook_at_ringing", "1", 0x0F, 0x1F},
     };
     for (const row &r : rows) {
         auto image = fresh_image();
         std::memcpy(&image->ports[5].line_flags, &r.before, 1);
-        EXPECT_EQ(line_byte(store_one(*image, r.key, r.value)), r.after) << r.key << " = " << r.value;
-        EXPECT_EQ(flag_word(image->ports[5]), 0u) << r.key;
+        const port_cfg_t &port = store_one(*image, r.key, r.value);
+        uint8_t after = 0;
+        std::memcpy(&after, &port.line_flags, 1);
+        EXPECT_EQ(after, r.after) << r.key << " = " << r.value;
+        EXPECT_EQ(flag_word(port), 0u) << r.key;
     }
 }
 
 struct range_row {
     const char *key;
-    int64_t min;
-    int64_t max;
-    int64_t def;
+    int64_t min, max, def;
     std::function<int64_t(const port_cfg_t &)> get;
 };
 
-#define PORT_FIELD(member) [](const port_cfg_t &p) { return static_cast<int64_t>(p.member); }
+// Key named like its member, its bounds and its default.
+#define RANGE(m, min, max, def) \
+    range_row{#m, min, max, def, [](const port_cfg_t &p) { return static_cast<int64_t>(p.m); }}
 
 TEST(PortSettings, RangeKeysTakeTheirBoundsAndDefaults)
 {
     const std::vector<range_row> rows = {
-        {"port_profile_id", 0, 7, 0, PORT_FIELD(port_profile_id)},
-        {"profile_id", 0, 7, 0, PORT_FIELD(profile_id)},
-        {"taxophone", 0, 3, 0, PORT_FIELD(taxophone)},
-        {"min_flashtime", 70, 2000, 0, PORT_FIELD(min_flashtime)},
-        {"flashtime", 200, 2000, 0, PORT_FIELD(flashtime)},
-        {"gainr", -230, 20, 0, PORT_FIELD(gainr)},
-        {"gaint", -170, 60, 0, PORT_FIELD(gaint)},
-        {"category", 0, 255, 10, PORT_FIELD(category)},
-        {"cpc_rus", 0, 10, 0, PORT_FIELD(cpc_rus)},
-        {"calltransfer", 0, 4, 0, PORT_FIELD(calltransfer)},
-        {"tdmhottimeout", 0, 300, 15, PORT_FIELD(tdmhottimeout)},
-        {"ct_timeout", 0, 300, 0, PORT_FIELD(ct_timeout)},
-        {"aon", 0, 4, 0, PORT_FIELD(aon)},
-        {"sip_port", 0, 65535, 0, PORT_FIELD(sip_port)},
-        {"fxoflashtime", 70, 1000, 0, PORT_FIELD(fxoflashtime)},
-        {"fxo_dtmfpause", 80, 2500, 100, PORT_FIELD(fxo_dtmfpause)},
-        {"fxoringtdm", 0, 10, 0, PORT_FIELD(fxoringtdm)},
-        {"cpc_time", 200, 600, 0, PORT_FIELD(cpc_time)},
-        {"dscp", 0, 63, 46, PORT_FIELD(dscp)},
-        {"fxo_delay_dialing", 0, 10, 0, PORT_FIELD(fxo_delay_dialing)},
-        {"min_level_detect", 20, 40, 32, PORT_FIELD(min_level_detect)},
-        {"decade_pulse_time", 50, 120, 80, PORT_FIELD(decade_pulse_time)},
-        {"decade_pause_time", 30, 100, 80, PORT_FIELD(decade_pause_time)},
-        {"fxo_dtmftime", 65, 100, 80, PORT_FIELD(fxo_dtmftime)},
-        {"pstn_200_at_answer", 0, 4, 1, PORT_FIELD(pstn_200_at_answer)},
-        {"pstn_rb_detect_timeout", 1, 60, 5, PORT_FIELD(pstn_rb_detect_timeout)},
-        {"modifier", -1, 15, -1, PORT_FIELD(modifier)},
-        {"agc_spk_level", -25, -1, -25, PORT_FIELD(agc_spk_level)},
-        {"agc_mic_level", -25, -1, -25, PORT_FIELD(agc_mic_level)},
+        RANGE(port_profile_id, 0, 7, 0),        RANGE(profile_id, 0, 7, 0),
+        RANGE(taxophone, 0, 3, 0),              RANGE(min_flashtime, 70, 2000, 0),
+        RANGE(flashtime, 200, 2000, 0),         RANGE(gainr, -230, 20, 0),
+        RANGE(gaint, -170, 60, 0),              RANGE(category, 0, 255, 10),
+        RANGE(cpc_rus, 0, 10, 0),               RANGE(calltransfer, 0, 4, 0),
+        RANGE(tdmhottimeout, 0, 300, 15),       RANGE(ct_timeout, 0, 300, 0),
+        RANGE(aon, 0, 4, 0),                    RANGE(sip_port, 0, 65535, 0),
+        RANGE(fxoflashtime, 70, 1000, 0),       RANGE(fxo_dtmfpause, 80, 2500, 100),
+        RANGE(fxoringtdm, 0, 10, 0),            RANGE(cpc_time, 200, 600, 0),
+        RANGE(dscp, 0, 63, 46),                 RANGE(fxo_delay_dialing, 0, 10, 0),
+        RANGE(min_level_detect, 20, 40, 32),    RANGE(decade_pulse_time, 50, 120, 80),
+        RANGE(decade_pause_time, 30, 100, 80),  RANGE(fxo_dtmftime, 65, 100, 80),
+        RANGE(pstn_200_at_answer, 0, 4, 1),     RANGE(pstn_rb_detect_timeout, 1, 60, 5),
+        RANGE(modifier, -1, 15, -1),            RANGE(agc_spk_level, -25, -1, -25),
+        RANGE(agc_mic_level, -25, -1, -25),
     };
     for (const range_row &r : rows) {
         const bool zero_in_range = r.min <= 0 && 0 <= r.max;
@@ -169,41 +144,26 @@ TEST(PortSettings, RangeKeysTakeTheirBoundsAndDefaults)
     }
 }
 
-struct text_row {
-    const char *key;
-    std::size_t width;
-    std::function<const char *(const port_cfg_t &)> get;
-};
-
-#define PORT_TEXT(member) [](const port_cfg_t &p) { return static_cast<const char *>(p.member); }
-
+// One text key per field width (the round trips check that each text key
+// lands in its own member), and ct_number, which no writer sends back.
 TEST(PortSettings, TextKeysAreCutToTheirWidth)
 {
-    const std::vector<text_row> rows = {
-        {"phone", 51, PORT_TEXT(phone)},
-        {"user_name", 51, PORT_TEXT(user_name)},
-        {"auth_name", 51, PORT_TEXT(auth_name)},
-        {"auth_pass", 51, PORT_TEXT(auth_pass)},
-        {"hotnumber", 51, PORT_TEXT(hotnumber)},
-        {"tdmhotnumber", 31, PORT_TEXT(tdmhotnumber)},
-        {"ct_number", 51, PORT_TEXT(ct_number)},
-        {"cfu_number", 51, PORT_TEXT(cfu_number)},
-        {"cfb_number", 51, PORT_TEXT(cfb_number)},
-        {"cfnr_number", 51, PORT_TEXT(cfnr_number)},
-        {"cfoos_number", 51, PORT_TEXT(cfoos_number)},
-        {"altnumber", 51, PORT_TEXT(altnumber)},
-        {"pstn_numberprefix", 21, PORT_TEXT(pstn_numberprefix)},
-        {"pstn_nameprefix", 21, PORT_TEXT(pstn_nameprefix)},
-        {"dial_tone_detect", 64, PORT_TEXT(dial_tone_detect)},
-        {"rb_tone_detect", 64, PORT_TEXT(rb_tone_detect)},
-        {"busy_tone_detect", 64, PORT_TEXT(busy_tone_detect)},
-        {"disconnect_tone_detect", 64, PORT_TEXT(disconnect_tone_detect)},
+    const struct {
+        const char *key;
+        std::size_t width;
+        const char *(*get)(const port_cfg_t &);
+    } rows[] = {
+        {"phone", 51, [](const port_cfg_t &p) -> const char * { return p.phone; }},
+        {"ct_number", 51, [](const port_cfg_t &p) -> const char * { return p.ct_number; }},
+        {"tdmhotnumber", 31, [](const port_cfg_t &p) -> const char * { return p.tdmhotnumber; }},
+        {"pstn_nameprefix", 21, [](const port_cfg_t &p) -> const char * { return p.pstn_nameprefix; }},
+        {"busy_tone_detect", 64, [](const port_cfg_t &p) -> const char * { return p.busy_tone_detect; }},
     };
     std::string long_value;
     for (int i = 0; long_value.size() < 80; ++i)
         long_value += static_cast<char>('a' + i % 26);
 
-    for (const text_row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         const port_cfg_t &port = store_one(*image, r.key, long_value);
         EXPECT_EQ(std::string(r.get(port)), long_value.substr(0, r.width - 1)) << r.key;
@@ -214,8 +174,6 @@ TEST(PortSettings, TextKeysAreCutToTheirWidth)
             const char *field = r.get(port);
             EXPECT_EQ(std::count(field, field + r.width, '\0'), static_cast<long>(r.width)) << r.key;
         }
-        EXPECT_EQ(std::string(store_one(*image, r.key, "1001").phone), r.key == std::string("phone") ? "1001" : "")
-            << r.key;
     }
 }
 
@@ -224,41 +182,41 @@ TEST(PortSettings, KeysWithTheirOwnRules)
     struct row {
         const char *key;
         const char *value;
-        std::function<bool(const port_cfg_t &)> holds;
+        bool (*holds)(const port_cfg_t &);
     };
+#define HOLDS(expr) [](const port_cfg_t &p) { return expr; }
     const std::vector<row> rows = {
         // "%d" scan: no number keeps the member, empty stores 0.
-        {"hottimeout", "-45", [](const port_cfg_t &p) { return p.hottimeout == -45; }},
-        {"hottimeout", " 12s", [](const port_cfg_t &p) { return p.hottimeout == 12; }},
-        {"hottimeout", "abc", [](const port_cfg_t &p) { return p.hottimeout == 99; }},
-        {"hottimeout", "", [](const port_cfg_t &p) { return p.hottimeout == 0; }},
+        {"hottimeout", "-45", HOLDS(p.hottimeout == -45)},
+        {"hottimeout", " 12s", HOLDS(p.hottimeout == 12)},
+        {"hottimeout", "abc", HOLDS(p.hottimeout == 99)},
+        {"hottimeout", "", HOLDS(p.hottimeout == 0)},
         // Any integer, empty gives 5.
-        {"dt_detect_time", "-2000000", [](const port_cfg_t &p) { return p.dt_detect_time == -2000000; }},
-        {"dt_detect_time", "x", [](const port_cfg_t &p) { return p.dt_detect_time == 0; }},
-        {"dt_detect_time", "", [](const port_cfg_t &p) { return p.dt_detect_time == 5; }},
+        {"dt_detect_time", "-2000000", HOLDS(p.dt_detect_time == -2000000)},
+        {"dt_detect_time", "x", HOLDS(p.dt_detect_time == 0)},
+        {"dt_detect_time", "", HOLDS(p.dt_detect_time == 5)},
         // Seven characters at most; empty is tone dialling.
-        {"dialing", "pulse_long", [](const port_cfg_t &p) { return std::string(p.dialing) == "pulse_l"; }},
-        {"dialing", "", [](const port_cfg_t &p) { return std::string(p.dialing) == "DTMF"; }},
-        {"dialing", "\"\"", [](const port_cfg_t &p) { return std::string(p.dialing) == "DTMF"; }},
+        {"dialing", "pulse_long", HOLDS(std::string(p.dialing) == "pulse_l")},
+        {"dialing", "", HOLDS(std::string(p.dialing) == "DTMF")},
+        {"dialing", "\"\"", HOLDS(std::string(p.dialing) == "DTMF")},
         // Checkboxes stored as whole numbers.
-        {"tdmhotline", "5", [](const port_cfg_t &p) { return p.tdmhotline == 1; }},
-        {"tdmhotline", "Y", [](const port_cfg_t &p) { return p.tdmhotline == 0; }},
-        {"cfb_pri_over_cw", "yes", [](const port_cfg_t &p) { return p.cfb_pri_over_cw == 1; }},
+        {"tdmhotline", "5", HOLDS(p.tdmhotline == 1)},
+        {"tdmhotline", "Y", HOLDS(p.tdmhotline == 0)},
+        {"cfb_pri_over_cw", "yes", HOLDS(p.cfb_pri_over_cw == 1)},
         // Prefix matching: the first row whose name starts the param's name.
-        {"aonx", "2", [](const port_cfg_t &p) { return p.aon == 2; }},
-        {"aon", "9", [](const port_cfg_t &p) { return p.aon == 0; }},
-        {"aon_hide_name", "yes", [](const port_cfg_t &p) { return p.aon == 99 && p.flags.aon_hide_name; }},
-        {"usealtnumber_as_private", "1",
-         [](const port_cfg_t &p) { return p.flags.usealtnumber_as_private && !p.flags.usealtnumber; }},
-        {"usealtnumberX", "1",
-         [](const port_cfg_t &p) { return !p.flags.usealtnumber_as_private && p.flags.usealtnumber; }},
-        {"min_flashtime", "100", [](const port_cfg_t &p) { return p.min_flashtime == 100 && p.flashtime == 99; }},
-        {"flashtime", "150", [](const port_cfg_t &p) { return p.flashtime == 0 && p.min_flashtime == 99; }},
-        {"tdmhottimeout", "20", [](const port_cfg_t &p) { return p.tdmhottimeout == 20 && p.hottimeout == 99; }},
-        {"phone2", "77", [](const port_cfg_t &p) { return std::string(p.phone) == "77"; }},
-        {"Phone", "77", [](const port_cfg_t &p) { return p.phone[0] == '\0'; }},
-        {"ph", "77", [](const port_cfg_t &p) { return p.phone[0] == '\0'; }},
+        {"aonx", "2", HOLDS(p.aon == 2)},
+        {"aon", "9", HOLDS(p.aon == 0)},
+        {"aon_hide_name", "yes", HOLDS(p.aon == 99 && p.flags.aon_hide_name)},
+        {"usealtnumber_as_private", "1", HOLDS(p.flags.usealtnumber_as_private && !p.flags.usealtnumber)},
+        {"usealtnumberX", "1", HOLDS(!p.flags.usealtnumber_as_private && p.flags.usealtnumber)},
+        {"min_flashtime", "100", HOLDS(p.min_flashtime == 100 && p.flashtime == 99)},
+        {"flashtime", "150", HOLDS(p.flashtime == 0 && p.min_flashtime == 99)},
+        {"tdmhottimeout", "20", HOLDS(p.tdmhottimeout == 20 && p.hottimeout == 99)},
+        {"phone2", "77", HOLDS(std::string(p.phone) == "77")},
+        {"Phone", "77", HOLDS(p.phone[0] == '\0')},
+        {"ph", "77", HOLDS(p.phone[0] == '\0')},
     };
+#undef HOLDS
     for (const row &r : rows) {
         auto image = fresh_image();
         port_cfg_t &port = image->ports[5];
@@ -273,7 +231,7 @@ TEST(PortSettings, KeysWithTheirOwnRules)
 TEST(PortSettings, PickupGroupLists)
 {
     const struct {
-        const char *value;
+        std::string value;
         uint32_t groups;
     } rows[] = {
         {"1,5;31,40,-2", (1u << 1) | (1u << 5) | (1u << 31)},
@@ -284,34 +242,14 @@ TEST(PortSettings, PickupGroupLists)
         {"32,100", 0},
         {",;", 0},
         {"", 0},
+        // Only the first 255 characters are read: the 4 starts at character 256.
+        {std::string(254, ',') + "3,4", 1u << 3},
     };
     for (const auto &r : rows) {
         auto image = fresh_image();
         image->ports[5].pickupgroup = 1u << 30; // replaced as a whole
-        EXPECT_EQ(store_one(*image, "pickupgroup", r.value).pickupgroup, r.groups) << r.value;
+        EXPECT_EQ(store_one(*image, "pickup", r.value).pickupgroup, r.groups) << r.value;
     }
-
-    // Only the first 255 characters are read: a group number that starts
-    // at character 256 is not seen.
-    auto image = fresh_image();
-    std::string value(254, ',');
-    value += "3,4";
-    EXPECT_EQ(store_one(*image, "pickup", value).pickupgroup, 1u << 3);
-}
-
-TEST(PortSettings, PortNodeTouchesOnlyItsRecord)
-{
-    auto image = fresh_image();
-    auto expected = fresh_image();
-    parse(*image, "[config.VOIP.ports.port_3]\n phone = 1001\n callwaiting = 1\n nosuchkey = 4\n category = 12\n");
-    EXPECT_NE(image->ports_updated[3], 0u);
-
-    std::strcpy(expected->ports[3].phone, "1001");
-    expected->ports[3].flags.callwaiting = 1;
-    expected->ports[3].category = 12;
-    expected->ports_updated[3] = image->ports_updated[3];
-    expected->limits.recalculated = image->limits.recalculated; // stamped by the recount
-    EXPECT_EQ(std::memcmp(image.get(), expected.get(), sizeof(cfg_image_t)), 0);
 }
 
 TEST(PortSettings, PortDefaultNodes)
@@ -329,63 +267,43 @@ TEST(PortSettings, PortDefaultNodes)
     EXPECT_EQ(image->ports[0].gaint, 0);
 }
 
-// Parses `text` with a list marker set and reports whether the recount ran,
-// and what was printed.
-struct parse_outcome {
-    bool recounted;
-    std::string printed;
-};
-
-parse_outcome parse_watching(cfg_image_t &image, const std::string &text)
+// A port-profile number outside 0..7 ends the whole message. A port number
+// outside 0..71, or a path without a number, names no record: the node is
+// reported and skipped, and the message goes on.
+TEST(PortSettings, UnusablePathNumbers)
 {
-    image.routes.start = CFG_LIST_UPDATING;
-    testing::internal::CaptureStdout();
-    parse(image, text);
-    parse_outcome out{image.routes.start != CFG_LIST_UPDATING, testing::internal::GetCapturedStdout()};
-    EXPECT_TRUE(support::lock_is_free());
-    return out;
-}
+    struct row {
+        std::string tail;
+        std::string report; // a piece of the level-1 line
+        bool message_goes_on;
+    };
+    std::vector<row> rows;
+    for (const char *n : {"8", "-1", "100"})
+        rows.push_back({std::string("def_") + n, std::string("Incorrect number of port's profile [") + n + "]", false});
+    for (const char *tail : {"72", "-1", "4294967299", "x", "", "def", "def_", "def_x", "def5"})
+        rows.push_back({tail, "Incorrect", true});
 
-TEST(PortSettings, PortProfileOutOfRangeEndsTheMessage)
-{
-    for (const char *number : {"8", "-1", "100"}) {
+    for (const row &r : rows) {
         auto image = fresh_image();
-        const parse_outcome out = parse_watching(
-            *image, std::string("[config.VOIP.ports.port_2]\n phone = 22\n") +
-                        "[config.VOIP.ports.port_def_" + number + "]\n phone = 9\n"
-                        "[config.VOIP.ports.port_4]\n phone = 44\n");
-        EXPECT_FALSE(out.recounted) << number;
-        EXPECT_NE(out.printed.find(std::string("Incorrect number of port's profile [") + number + "]"),
-                  std::string::npos)
-            << out.printed;
-        EXPECT_STREQ(image->ports[2].phone, "22") << number; // earlier node stays
-        EXPECT_STREQ(image->ports[4].phone, "") << number;   // later node never read
-        EXPECT_EQ(image->port_defaults_updated, 0u) << number;
-        for (const port_cfg_t &def : image->port_defaults)
-            EXPECT_STREQ(def.phone, "") << number;
-    }
-}
+        image->routes.start = CFG_LIST_UPDATING;
+        testing::internal::CaptureStdout();
+        parse(*image, "[config.VOIP.ports.port_2]\n phone = 22\n[config.VOIP.ports.port_" + r.tail +
+                          "]\n phone = 9\n gainr = 5\n[config.VOIP.ports.port_4]\n phone = 44\n");
+        const std::string printed = testing::internal::GetCapturedStdout();
+        EXPECT_TRUE(support::lock_is_free());
+        EXPECT_EQ(image->routes.start != CFG_LIST_UPDATING, r.message_goes_on) << r.tail; // the recount
+        EXPECT_NE(printed.find(r.report), std::string::npos) << r.tail << ": " << printed;
 
-// A port number outside 0..71 or a path without a number names no record:
-// the node is reported and skipped, and the message goes on.
-TEST(PortSettings, UnusablePortPathsAreSkipped)
-{
-    for (const char *tail : {"72", "-1", "4294967299", "x", "", "def", "def_", "def_x", "def5"}) {
-        auto image = fresh_image();
-        const parse_outcome out = parse_watching(
-            *image, std::string("[config.VOIP.ports.port_") + tail + "]\n phone = 9\n gainr = 5\n"
-                        "[config.VOIP.ports.port_4]\n phone = 44\n");
-        EXPECT_TRUE(out.recounted) << tail;
-        EXPECT_NE(out.printed.find("Incorrect"), std::string::npos) << tail << ": " << out.printed;
-        EXPECT_STREQ(image->ports[4].phone, "44") << tail;
-
-        // Nothing but port 4 changed.
+        // Nothing but ports 2 and (when the message goes on) 4 changed.
         auto expected = fresh_image();
-        std::strcpy(expected->ports[4].phone, "44");
-        expected->ports_updated[4] = image->ports_updated[4];
+        std::strcpy(expected->ports[2].phone, "22");
+        if (r.message_goes_on)
+            std::strcpy(expected->ports[4].phone, "44");
+        std::memcpy(expected->ports_updated, image->ports_updated, sizeof image->ports_updated);
         expected->limits = image->limits;
         expected->routes = image->routes;
-        EXPECT_EQ(std::memcmp(image.get(), expected.get(), sizeof(cfg_image_t)), 0) << tail;
+        EXPECT_EQ(std::memcmp(image.get(), expected.get(), sizeof(cfg_image_t)), 0) << r.tail;
+        EXPECT_EQ(image->ports_updated[4] != 0, r.message_goes_on) << r.tail;
     }
 }
 
