@@ -360,7 +360,7 @@ typedef struct codecs_cfg {
     uint32_t max_calls;           /* 1..143; dial-plan profiles */
 } codecs_cfg_t;
 
-/* A dial-plan profile ("config.VOIP.dialplan_profiles.dialplan_profile_N"). */
+/* A dial-plan profile ("config.VOIP.dialplan_profiles.dialplan_profileN"). */
 typedef codecs_cfg_t dialplan_profile_cfg_t;
 
 /* Registrar and proxy addresses of one SIP server entry. */

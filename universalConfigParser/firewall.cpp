@@ -1,11 +1,38 @@
-// Not handled yet: the node is read and dropped like an unknown path.
+// Firewall rules: "config.Network.rules", params rule_0 .. rule_29, each one
+// rule text.
 #include "universalConfigParser/handlers.h"
+#include "universalConfigParser/list_params.h"
 
 namespace cfg::handlers {
+namespace {
 
-node_end firewall(cfg_image_t &, node &n)
+void store_rule(firewall_rule_t &rule, const char *value) noexcept
 {
-    return parse::skip_unknown(n);
+    if (value == nullptr) {
+        rule = firewall_rule_t{};
+        return;
+    }
+    // The rule text is split in place: the value is the param's own heap
+    // copy, made for this param alone and freed right after the store.
+    firewall_rule_string_to_t(const_cast<char *>(value), &rule);
 }
 
+} // namespace
+
+// A "rule" param whose name has no readable slot number after its '_' names
+// no slot and is ignored like a number outside 0..29.
+node_end firewall(cfg_image_t &image, node &n)
+{
+    while (parse::param p = parse::next_param(n)) {
+        if (!p.is("rule"))
+            continue;
+        const auto i = lists::scanned_index(p.name(), CFG_FIREWALL_RULES);
+        if (!i)
+            continue;
+        const parse::image_lock lock;
+        store_rule(image.firewall.rules[*i], p.value());
+    }
+    return parse::finish_node(n, image.firewall.updated);
 }
+
+} // namespace cfg::handlers

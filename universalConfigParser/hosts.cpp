@@ -1,11 +1,39 @@
-// Not handled yet: the node is read and dropped like an unknown path.
+// Static host table: "config.Network.hosts", params host_0 .. host_19, each
+// "<address> <name>".
 #include "universalConfigParser/handlers.h"
+#include "universalConfigParser/list_params.h"
 
 namespace cfg::handlers {
+namespace {
 
-node_end hosts(cfg_image_t &, node &n)
+void store_host(hosts_cfg_t &r, std::size_t i, const char *index_text, const char *value) noexcept
 {
-    return parse::skip_unknown(n);
+    if (value == nullptr) {
+        lists::store_word(r.address[i], {});
+        lists::store_word(r.name[i], {});
+        return;
+    }
+    cfg_trace(4, "%s: host number = %d (%s)", "all_parser", static_cast<int>(i), index_text);
+    // A value with one word changes the address and keeps the name.
+    std::string_view rest(value);
+    if (lists::scan_word(r.address[i], rest))
+        lists::scan_word(r.name[i], rest);
 }
 
+} // namespace
+
+node_end hosts(cfg_image_t &image, node &n)
+{
+    while (parse::param p = parse::next_param(n)) {
+        if (!p.is("host"))
+            continue;
+        const auto i = lists::scanned_index(p.name(), CFG_HOSTS);
+        if (!i)
+            continue;
+        const parse::image_lock lock;
+        store_host(image.hosts, *i, lists::after_underscore(p.name()), p.value());
+    }
+    return parse::finish_node(n, image.hosts.updated);
 }
+
+} // namespace cfg::handlers

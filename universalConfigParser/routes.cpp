@@ -1,11 +1,40 @@
-// Not handled yet: the node is read and dropped like an unknown path.
+// Static routes: "config.Network.routes", params route_0 .. route_99, each
+// "<destination> <netmask> <gateway> [.<extra>]".
 #include "universalConfigParser/handlers.h"
+#include "universalConfigParser/list_params.h"
 
 namespace cfg::handlers {
+namespace {
 
-node_end routes(cfg_image_t &, node &n)
+void store_route(route_t &r, const char *value) noexcept
 {
-    return parse::skip_unknown(n);
+    if (value == nullptr) {
+        r = route_t{};
+        return;
+    }
+    // Words are stored in order until the value runs out: fields without a
+    // word keep their text, so three words leave `extra` as it was. The
+    // optional fourth field follows a literal '.'.
+    std::string_view rest(value);
+    if (lists::scan_word(r.destination, rest) && lists::scan_word(r.netmask, rest) &&
+        lists::scan_word(r.gateway, rest) && lists::take_char(rest, '.'))
+        lists::scan_word(r.extra, rest);
 }
 
+} // namespace
+
+node_end routes(cfg_image_t &image, node &n)
+{
+    while (parse::param p = parse::next_param(n)) {
+        if (!p.is("route"))
+            continue;
+        const auto i = lists::scanned_index(p.name(), CFG_ROUTES);
+        if (!i)
+            continue;
+        const parse::image_lock lock;
+        store_route(image.routes.route[*i], p.value());
+    }
+    return parse::finish_node(n, image.routes.updated);
 }
+
+} // namespace cfg::handlers

@@ -1,0 +1,46 @@
+// Writers of the firewall rules.
+#include "cfgdump/numbered_params.h"
+
+#include <cfgparser.h>
+
+using cfg::dump::msg_writer;
+using cfg::dump::numbered_name;
+
+namespace {
+
+// One "rule_<k>" param with the rule's text form.
+void rule_param(msg_writer &w, uint32_t k, const firewall_rule_t &rule) noexcept
+{
+    char text[CFG_RULE_TEXT_SIZE];
+    print_rule_string(&rule, text);
+    w.text(numbered_name("rule", k).text, text);
+}
+
+} // namespace
+
+extern "C" {
+
+// Accepted rules renumbered from 0 in slot order; every further number up to
+// 29 goes out with no value so that the receiver clears it.
+int all_firewall_to_file(uint8_t **cursor, const firewall_cfg_t *firewall) CFG_NOEXCEPT
+{
+    msg_writer w(cursor, "all_firewall_to_file");
+    w.node("config.Network.rules");
+    uint32_t k = 0;
+    for (const firewall_rule_t &rule : firewall->rules) {
+        if (rule.valid == 1)
+            rule_param(w, k++, rule);
+    }
+    cfg::dump::pad_empty(w, "rule", k, CFG_FIREWALL_RULES - k);
+    return w.finish();
+}
+
+int firewall_to_file(uint8_t **cursor, uint32_t slot, const firewall_rule_t *rule) CFG_NOEXCEPT
+{
+    msg_writer w(cursor, "firewall_to_file");
+    w.node("config.Network.rules");
+    rule_param(w, slot, *rule);
+    return w.finish();
+}
+
+} // extern "C"

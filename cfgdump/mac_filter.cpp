@@ -1,0 +1,30 @@
+// Writer of the MAC address filter.
+#include "cfgdump/numbered_params.h"
+#include "universalConfigParser/list_params.h"
+
+#include <cfgparser.h>
+
+using cfg::dump::msg_writer;
+using cfg::dump::numbered_name;
+using cfg::lists::filled;
+
+extern "C" {
+
+int sendMacsToCfgMngr(uint8_t **cursor, const mac_filter_cfg_t *macs) CFG_NOEXCEPT
+{
+    msg_writer w(cursor, "sendMacsToCfgMngr");
+    w.node("config.Network.mac_filter");
+    w.text("mac_filter_mode", macs->mode);
+    uint32_t k = 0;
+    for (int i = 0; i < CFG_MAC_CLIENTS && k < macs->current; ++i) {
+        if (!filled(macs->client[i]))
+            continue;
+        w.text(numbered_name("client", k).text, macs->client[i]);
+        ++k;
+    }
+    if (macs->start > macs->current)
+        cfg::dump::pad_empty(w, "client", k, static_cast<uint32_t>(macs->start - macs->current));
+    return w.finish();
+}
+
+} // extern "C"

@@ -1,0 +1,47 @@
+// Writers of the SNMP settings and of the SNMP user line.
+#include "cfgdump/network_nodes.h"
+#include "universalConfigParser/list_params.h"
+
+#include <cfgparser.h>
+
+#include <cstdio>
+
+using cfg::dump::msg_writer;
+
+extern "C" {
+
+int snmp_save(uint8_t **cursor, const snmp_cfg_t *snmp, const network_cfg_t *network) CFG_NOEXCEPT
+{
+    const char *trap_version = snmp->trap_type == 2 ? "v2" : "v1";
+    msg_writer w(cursor, "snmp_save");
+    cfg::dump::network_snmp_node(w, *network);
+    w.node("config.Network.snmp");
+    w.text("sys_name", snmp->sys_name);
+    w.text("sys_location", snmp->sys_location);
+    w.text("sys_contact", snmp->sys_contact);
+    w.text("trap_sink", snmp->trap_sink);
+    w.text("trap_type", trap_version);
+    w.text("trap_community", snmp->trap_community);
+    w.text("rocommunity", snmp->rocommunity);
+    w.text("rwcommunity", snmp->rwcommunity);
+    return w.finish();
+}
+
+int snmp_user_save(uint8_t **cursor, const snmp_cfg_t *snmp) CFG_NOEXCEPT
+{
+    using cfg::lists::filled;
+    const snmp_user_t &u = snmp->user;
+    msg_writer w(cursor, "snmp_user_save");
+    w.node("config.Network.snmp_users");
+    if (filled(u.word1) && filled(u.word2) && filled(u.word3)) {
+        // The precisions keep every read inside its field.
+        char line[sizeof u.word1 + sizeof u.word2 + sizeof u.word3];
+        std::snprintf(line, sizeof line, "%.39s %.39s %.15s", u.word1, u.word2, u.word3);
+        w.text("user_0", line);
+    } else {
+        w.empty("user_0");
+    }
+    return w.finish();
+}
+
+} // extern "C"

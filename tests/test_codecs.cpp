@@ -1,0 +1,329 @@
+// Codec settings of the VoIP profiles and the dial-plan profiles: the shared
+// key table, the profile numbers taken from the path, and the writers.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+// A 32-bit member of codecs_cfg_t, read with its own signedness.
+struct member {
+    std::size_t offset;
+    bool is_signed;
+
+    int64_t read(const codecs_cfg_t &c) const
+    {
+        uint32_t raw = 0;
+        std::memcpy(&raw, reinterpret_cast<const char *>(&c) + offset, sizeof raw);
+        return is_signed ? static_cast<int64_t>(static_cast<int32_t>(raw)) : static_cast<int64_t>(raw);
+    }
+    void write(codecs_cfg_t &c, uint32_t raw) const
+    {
+        std::memcpy(reinterpret_cast<char *>(&c) + offset, &raw, sizeof raw);
+    }
+};
+#define CODEC(m) member{offsetof(codecs_cfg_t, m), std::is_signed_v<decltype(codecs_cfg_t::m)>}
+
+constexpr uint32_t untouched = 0x5A5A5A5Au;
+
+// Every row runs against a profile codecs node and a dial-plan profile node:
+// both use the one table.
+TEST(CodecBlock, KeyTableRules)
+{
+    struct row {
+        const char *line;
+        member field;
+        int64_t expected;
+    };
+    const std::vector<row> rows = {
+        {"g711a = 5", CODEC(g711a), 5},
+        {"g711a =", CODEC(g711a), 0},
+        {"g711a = \"\"", CODEC(g711a), 0},
+        {"g711a = abc", CODEC(g711a), 0},
+        {"g711a = -3", CODEC(g711a), -3},
+        {"g711alaw = 7", CODEC(g711a), 7},       // taken by the prefix "g711a"
+        {"g711u = 2", CODEC(g711u), 2},
+        {"g729x = 1", CODEC(g729x), 1},
+        {"g729b = 1", CODEC(g729b), 1},
+        {"g729pte = 30", CODEC(g729pte), 30},
+        {"g729pte = 25", CODEC(g729pte), 20},
+        {"g729pte = 80", CODEC(g729pte), 80},
+        {"g729pte = 90", CODEC(g729pte), 20},
+        {"g729pte =", CODEC(g729pte), 20},
+        {"g723pte = 60", CODEC(g723pte), 60},
+        {"g723pte = 90", CODEC(g723pte), 90},
+        {"g723pte = 120", CODEC(g723pte), 30},
+        {"g723pte = -30", CODEC(g723pte), -30},   // signed remainder
+        {"g723pte = 0", CODEC(g723pte), 30},
+        {"g723pte = x", CODEC(g723pte), 30},
+        {"g723 = 4", CODEC(g723), 4},             // not taken by "g723pte"
+        {"g711pte = 60", CODEC(g711pte), 60},
+        {"g711pte = 70", CODEC(g711pte), 20},
+        {"g711pte =", CODEC(g711pte), 20},
+        {"g726_32_pte = 30", CODEC(g726_32_pte), 30},
+        {"g726_32_pte = 40", CODEC(g726_32_pte), 20},
+        {"g726_32_pte =", CODEC(g726_32_pte), 20},
+        {"g726_32_pt = 95", CODEC(g726_32_pt), 102},
+        {"g726_32_pt = 127", CODEC(g726_32_pt), 127},
+        {"g726_32_pt =", CODEC(g726_32_pt), 102},
+        {"g726_32 = 9", CODEC(g726_32), 9},
+        {"dtmftransfer = 2", CODEC(dtmftransfer), 2},
+        {"flashtransfer = 3", CODEC(flashtransfer), 3},
+        {"faxtransfer = 2", CODEC(faxtransfer), 2},
+        {"slave_faxtransfer =", CODEC(slave_faxtransfer), 3},
+        {"slave_faxtransfer = 1", CODEC(slave_faxtransfer), 1},
+        {"faxdirection = 1", CODEC(faxdirection), 1},
+        {"modemtransfer = 2", CODEC(modemtransfer), 2},
+        {"payload = 101", CODEC(payload), 101},
+        {"rfc3264_pt_common = y", CODEC(rfc3264_pt_common), 1},
+        {"nse_payload = 95", CODEC(nse_payload), 100},
+        {"nse_payload = 127", CODEC(nse_payload), 127},
+        {"nse_payload =", CODEC(nse_payload), 100},
+        {"silencedetector = 1", CODEC(silencedetector), 1},
+        {"echocanceller = 0", CODEC(echocanceller), 0},
+        {"ecan_nlp_disable = 5", CODEC(ecan_nlp_disable), 1},
+        {"rtcp_timer = 4", CODEC(rtcp_timer), 0},
+        {"rtcp_timer = 5", CODEC(rtcp_timer), 5},
+        {"rtcp_period = 1", CODEC(rtcp_period), 0},
+        {"rtcp_period = 65535", CODEC(rtcp_period), 65535},
+        {"rtcp_period = 65536", CODEC(rtcp_period), 0},
+        {"rtcp_xr = 1", CODEC(rtcp_xr), 1},
+        {"comfortnoise = no", CODEC(comfortnoise), 0},
+        {"jb_pt_delay = 40", CODEC(jb_pt_delay), 40},
+        {"jb_vo_delay_min = 10", CODEC(jb_vo_delay_min), 10},
+        {"jb_vo_delay_max = 200", CODEC(jb_vo_delay_max), 200},
+        {"jb_vo_adaptive = 1", CODEC(jb_vo_adaptive), 1},
+        {"jb_vo_del_threshold = 7", CODEC(jb_vo_del_threshold), 7},
+        {"jb_vo_del_mode_soft = 1", CODEC(jb_vo_del_mode_soft), 1},
+        {"t38_bitrate =", CODEC(t38_bitrate), 14400},
+        {"t38_bitrate = 9600", CODEC(t38_bitrate), 9600},
+        {"t38_datagram = 0", CODEC(t38_datagram), 0},
+        {"t38_datagram = 00", CODEC(t38_datagram), 512}, // only the text "0" switches it off
+        {"t38_datagram = 100", CODEC(t38_datagram), 512},
+        {"t38_datagram = 300", CODEC(t38_datagram), 300},
+        {"t38_datagram =", CODEC(t38_datagram), 512},
+        {"dispersion_time = 7", CODEC(dispersion_time), 64},
+        {"dispersion_time = 128", CODEC(dispersion_time), 128},
+        {"agc_spk_enable = 1", CODEC(agc_spk_enable), 1},
+        {"agc_spk_level = -1", CODEC(agc_spk_level), -1},
+        {"agc_mic_enable = 1", CODEC(agc_mic_enable), 1},
+        {"agc_mic_level = -10", CODEC(agc_mic_level), -10},
+        {"agc_mic_level = 0", CODEC(agc_mic_level), -25},
+        {"max_calls = 143", CODEC(max_calls), 143},
+        {"max_calls = 144", CODEC(max_calls), 12},
+        {"max_calls =", CODEC(max_calls), 12},
+    };
+    for (const row &r : rows) {
+        for (const bool dialplan : {false, true}) {
+            auto image = fresh_image();
+            codecs_cfg_t &target = dialplan ? image->dialplan_profiles[3] : image->profiles[2].codecs;
+            r.field.write(target, untouched);
+            const char *path = dialplan ? "[config.VOIP.dialplan_profiles.dialplan_profile3]\n"
+                                        : "[config.VOIP.profile.profile_2.codecs]\n";
+            parse(*image, std::string(path) + r.line + "\n");
+            EXPECT_EQ(r.field.read(target), r.expected) << r.line << (dialplan ? " (dial-plan)" : "");
+            EXPECT_NE(dialplan ? image->dialplan_profiles_updated[3] : image->profiles_updated[2], 0u);
+            EXPECT_TRUE(support::lock_is_free());
+        }
+    }
+}
+
+TEST(CodecBlock, UnknownNamesAreDropped)
+{
+    auto image = fresh_image();
+    auto before = fresh_image();
+    parse(*image, "[config.VOIP.profile.profile_0.codecs]\n g729a = 1\n g711 = 2\n codec = 3\n");
+    EXPECT_NE(image->profiles_updated[0], 0u);
+    image->profiles_updated[0] = 0;
+    image->limits.recalculated = 0; // stamped by the end-of-message recount
+    EXPECT_EQ(std::memcmp(image.get(), before.get(), sizeof(cfg_image_t)), 0);
+}
+
+// Profile numbers come from the path; a number out of range ends the whole
+// message, with the nodes before it kept.
+TEST(CodecBlock, ProfileNumbers)
+{
+    struct row {
+        const char *path;
+        const char *report; // level-1 line expected on stdout, or nullptr
+        bool later_nodes_parsed;
+    };
+    const std::vector<row> rows = {
+        {"config.VOIP.profile.profile_7.codecs", nullptr, true},
+        {"config.VOIP.profile.profile_8.codecs", "Incorrect number of profile [8]", false},
+        {"config.VOIP.profile.profile_4294967299.codecs", "Incorrect number of profile [2147483647]", false},
+        {"config.VOIP.dialplan_profiles.dialplan_profile0", nullptr, true},
+        {"config.VOIP.dialplan_profiles.dialplan_profile4", "Incorrect number of dialplan profile [4]", false},
+        {"config.VOIP.dialplan_profiles.dialplan_profile10", "Incorrect number of dialplan profile [10]", false},
+        // Not a dial-plan profile path: an unknown node, skipped.
+        {"config.VOIP.dialplan_profiles.dialplan_profile_2", nullptr, true},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        image->routes.start = CFG_LIST_UPDATING;
+        testing::internal::CaptureStdout();
+        parse(*image, std::string("[config.VOIP.h323]\n timetolive = 4\n[") + r.path +
+                          "]\n g711u = 6\n[config.VOIP.range]\n sip_dscp = 9\n");
+        const std::string printed = testing::internal::GetCapturedStdout();
+        EXPECT_EQ(image->h323.timetolive, 4) << r.path; // stored before the profile node
+        EXPECT_EQ(image->h323.sip_dscp == 9, r.later_nodes_parsed) << r.path;
+        EXPECT_EQ(image->routes.start != CFG_LIST_UPDATING, r.later_nodes_parsed) << r.path;
+        if (r.report != nullptr)
+            EXPECT_NE(printed.find(r.report), std::string::npos) << r.path << ": " << printed;
+        else
+            EXPECT_EQ(printed, "") << r.path;
+        EXPECT_TRUE(support::lock_is_free());
+    }
+
+    auto image = fresh_image();
+    parse(*image, "[config.VOIP.profile.profile_7.codecs]\n g711u = 6\n"
+                  "[config.VOIP.dialplan_profiles.dialplan_profile0]\n g711u = 8\n");
+    EXPECT_EQ(image->profiles[7].codecs.g711u, 6);
+    EXPECT_NE(image->profiles_updated[7], 0u);
+    EXPECT_EQ(image->dialplan_profiles[0].g711u, 8);
+    EXPECT_NE(image->dialplan_profiles_updated[0], 0u);
+    EXPECT_EQ(image->dialplan_profiles_updated[1], 0u);
+}
+
+const std::vector<std::string> shared_names = {
+    "g711a", "g711u", "g729a", "g729b", "g729x", "g723", "g726_32", "g711pte", "g729pte",
+    "g723pte", "g726_32_pte", "g726_32_pt", "dtmftransfer", "payload", "rfc3264_pt_common",
+    "nse_payload", "faxdirection", "faxtransfer", "slave_faxtransfer", "modemtransfer",
+    "silencedetector", "echocanceller", "ecan_nlp_disable", "comfortnoise", "jb_pt_delay",
+    "jb_vo_delay_min", "jb_vo_delay_max", "jb_vo_adaptive", "jb_vo_del_threshold",
+    "jb_vo_del_mode_soft", "t38_datagram", "t38_bitrate", "dispersion_time",
+};
+
+// A record whose every written member holds a distinct value that its rule
+// keeps, so a round trip shows each param landing in its own member.
+codecs_cfg_t sample_codecs()
+{
+    codecs_cfg_t c{};
+    c.faxdirection = 1;
+    c.faxtransfer = 2;
+    c.slave_faxtransfer = 4;
+    c.modemtransfer = 5;
+    c.dtmftransfer = 6;
+    c.flashtransfer = 7;
+    c.payload = 101;
+    c.nse_payload = 120;
+    c.silencedetector = 1;
+    c.echocanceller = 1;
+    c.dispersion_time = 32;
+    c.ecan_nlp_disable = 1;
+    c.comfortnoise = 1;
+    c.g711a = 8;
+    c.g711u = 9;
+    c.g729x = 10;
+    c.g729b = 11;
+    c.g723 = 12;
+    c.g726_32 = 13;
+    c.g711pte = 40;
+    c.g729pte = 70;
+    c.g723pte = 90;
+    c.g726_32_pte = 30;
+    c.g726_32_pt = 110;
+    c.rtcp_period = 3;
+    c.rtcp_timer = 6;
+    c.rtcp_xr = 1;
+    c.jb_pt_delay = 14;
+    c.jb_vo_adaptive = 15;
+    c.jb_vo_delay_min = 16;
+    c.jb_vo_delay_max = 17;
+    c.jb_vo_del_threshold = 18;
+    c.jb_vo_del_mode_soft = 19;
+    c.t38_bitrate = 9600;
+    c.t38_datagram = 300;
+    c.rfc3264_pt_common = 1;
+    return c;
+}
+
+TEST(CodecWriters, ProfileCodecsNode)
+{
+    profile_cfg_t profile{};
+    profile.codecs = sample_codecs();
+    profile.codecs.g711a = -1;
+    profile.codecs.max_calls = 20; // dial-plan member: never written here
+    const auto out = support::write([&](uint8_t **c) { return profile_codecs_save(c, 2, &profile); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(out.node().path, "config.VOIP.profile.profile_2.codecs");
+    std::vector<std::string> expected = shared_names;
+    for (const char *n : {"flashtransfer", "rtcp_timer", "rtcp_period", "rtcp_xr"})
+        expected.push_back(n);
+    EXPECT_EQ(support::names(out.node()), expected);
+    EXPECT_EQ(support::value(out.node(), "g711a"), "4294967295");
+    EXPECT_EQ(support::value(out.node(), "g729a"), "0");
+    EXPECT_EQ(support::value(out.node(), "t38_datagram"), "300");
+
+    // Parsed back, every written member returns; the dial-plan members and
+    // the application's areas are not part of the node.
+    profile.codecs.g711a = 8;
+    const auto again = support::write([&](uint8_t **c) { return profile_codecs_save(c, 2, &profile); });
+    auto image = fresh_image();
+    const std::vector<uint8_t> message = again.as_message();
+    all_parser(image.get(), message.data());
+    codecs_cfg_t expected_record = profile.codecs;
+    expected_record.max_calls = 0;
+    EXPECT_EQ(std::memcmp(&image->profiles[2].codecs, &expected_record, sizeof(codecs_cfg_t)), 0);
+}
+
+TEST(CodecWriters, DialplanProfileNode)
+{
+    dialplan_profile_cfg_t profile = sample_codecs();
+    profile.agc_spk_enable = 1;
+    profile.agc_spk_level = -3;
+    profile.agc_mic_enable = 1;
+    profile.agc_mic_level = -10;
+    profile.max_calls = 143;
+    const auto out = support::write([&](uint8_t **c) { return dialplan_profile_save(c, 1, &profile); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(out.node().path, "config.VOIP.dialplan_profiles.dialplan_profile1");
+    std::vector<std::string> expected = shared_names;
+    for (const char *n : {"agc_spk_enable", "agc_spk_level", "agc_mic_enable", "agc_mic_level", "max_calls"})
+        expected.push_back(n);
+    EXPECT_EQ(support::names(out.node()), expected);
+    EXPECT_EQ(support::value(out.node(), "agc_mic_level"), "-10");
+    EXPECT_EQ(support::value(out.node(), "g729a"), "0");
+
+    auto image = fresh_image();
+    const std::vector<uint8_t> message = out.as_message();
+    all_parser(image.get(), message.data());
+    dialplan_profile_cfg_t expected_record = profile;
+    expected_record.flashtransfer = 0; // only the profile codecs node carries these
+    expected_record.rtcp_period = 0;
+    expected_record.rtcp_timer = 0;
+    expected_record.rtcp_xr = 0;
+    EXPECT_EQ(std::memcmp(&image->dialplan_profiles[1], &expected_record, sizeof(codecs_cfg_t)), 0);
+}
+
+// codec_params_save continues inside a node opened by its caller and hands
+// back the running count.
+TEST(CodecWriters, SharedParamsContinueACallersNode)
+{
+    const codecs_cfg_t codecs = sample_codecs();
+    const auto out = support::write([&](uint8_t **c) {
+        **c = 2;
+        ++*c;
+        uint32_t running = setUInt16ValueInMsg(c, "config.test", 33, 1);
+        const uint8_t *before = *c;
+        const uint32_t after = codec_params_save(c, &codecs, running);
+        EXPECT_EQ(after - running, static_cast<uint32_t>(*c - before));
+        **c = 0;
+        return after + 1;
+    });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(support::names(out.node()), shared_names);
+    EXPECT_EQ(support::value(out.node(), "dispersion_time"), "32");
+}
+
+} // namespace

@@ -1,0 +1,251 @@
+// Firewall rules: the rule text parser with every error line it prints, the
+// text form, the rules handler and both writers.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+// The messages of the error lines printed while `run` runs.
+template <typename Run>
+std::vector<std::string> printed_errors(Run &&run)
+{
+    testing::internal::CaptureStdout();
+    run();
+    const std::string out = testing::internal::GetCapturedStdout();
+    std::vector<std::string> messages;
+    const std::string tag = "[CFGPARSE-ERR ]  ";
+    std::size_t begin = 0;
+    while (begin < out.size()) {
+        std::size_t end = out.find("\r\n", begin);
+        if (end == std::string::npos)
+            end = out.size();
+        const std::string line = out.substr(begin, end - begin);
+        const std::size_t at = line.find(tag);
+        messages.push_back(at == std::string::npos ? "not an error line: " + line
+                                                   : line.substr(at + tag.size()));
+        begin = end + 2;
+    }
+    return messages;
+}
+
+std::string text_form(const firewall_rule_t &rule)
+{
+    char out[CFG_RULE_TEXT_SIZE];
+    std::memset(out, 'Z', sizeof out);
+    const int n = print_rule_string(&rule, out);
+    EXPECT_EQ(static_cast<std::size_t>(n), std::strlen(out));
+    return out;
+}
+
+const std::string E = "Parse rule error. ";
+
+TEST(FirewallRuleText, OutcomesAndErrorLines)
+{
+    const std::string long_ip(40, '9');
+    struct row {
+        std::string text;
+        std::vector<std::string> errors;   // in the order they are printed
+        const char *form;                  // text form of an accepted rule
+    } rows[] = {
+        // The outcome table of the rule format.
+        {"all_src_ip any ACCEPT", {}, "all_src_ip any ACCEPT"},
+        {"192.168.1.10 4 tcp 1000 10 all_dst_ports drop", {}, "192.168.1.10 4 TCP 1000 10 all_dst_ports DROP"},
+        {"all_src_ip ICMP echo-request Reject", {}, "all_src_ip ICMP echo-request REJECT"},
+        {"all_src_ip udp 65535 1 all_dst_ports accept", {}, "all_src_ip UDP 65535 1 all_dst_ports ACCEPT"},
+        {"all_src_ip udp 65535 2 all_dst_ports accept", {E + "Invalid src ports number"}, nullptr},
+        {"all_src_ip udp 65536 1 all_dst_ports accept", {E + "Invalid src start port", E + "Need src ports number"}, nullptr},
+        {"all_src_ip udp 0 1 all_dst_ports accept", {E + "Invalid src start port", E + "Need src ports number"}, nullptr},
+        {"all_src_ip gre ACCEPT", {E + "Unknown protocol"}, nullptr},
+        {"all_src_ip udp all_src_ports",
+         {E + "Need port or 'all_dst_ports'", E + "Need dst ports number", E + "Need target"}, nullptr},
+        {"all_src_ip any allow", {E + "Unknown target"}, nullptr},
+        {"10.0.0.1", {E + "Need src ip number", E + "Need protocol", E + "Need target"}, nullptr},
+        // Further texts.
+        {"", {E + "Need IP or 'all_src_ip'", E + "Need protocol", E + "Need target"}, nullptr},
+        {"   ", {E + "Need IP or 'all_src_ip'", E + "Need protocol", E + "Need target"}, nullptr},
+        {"all_src_ip", {E + "Need protocol", E + "Need target"}, nullptr},
+        {"all_src_ip tcp", {E + "Need port or 'all_src_ports'", E + "Need src ports number",
+                            E + "Need port or 'all_dst_ports'", E + "Need dst ports number", E + "Need target"}, nullptr},
+        {"all_src_ip tcp 100", {E + "Need src ports number", E + "Need port or 'all_dst_ports'",
+                                E + "Need dst ports number", E + "Need target"}, nullptr},
+        {"all_src_ip tcp 100 0 all_dst_ports drop", {E + "Src ports number < 1"}, nullptr},
+        {"all_src_ip tcp all_src_ports 80 -1 drop", {E + "Dst ports number < 1"}, nullptr},
+        {"all_src_ip tcp all_src_ports 65000 537 drop", {E + "Invalid dst ports number"}, nullptr},
+        {"all_src_ip tcp all_src_ports 65000 536 drop", {}, "all_src_ip TCP all_src_ports 65000 536 DROP"},
+        {"all_src_ip tcp all_src_ports x 1 drop", {E + "Invalid dst start port", E + "Need dst ports number"}, nullptr},
+        // A failed source port marks the rule failed: the destination count is refused too.
+        {"all_src_ip tcp -5 1 22 1 drop",
+         {E + "Invalid src start port", E + "Need src ports number", E + "Need dst ports number"}, nullptr},
+        // Numbers beyond 32 bits never wrap into the port range.
+        {"all_src_ip udp 4294967297 1 all_dst_ports accept", {E + "Invalid src start port", E + "Need src ports number"}, nullptr},
+        {"all_src_ip udp 1 4294967296 all_dst_ports accept", {E + "Invalid src ports number"}, nullptr},
+        {"all_src_ip TCP all_src_portsXYZ all_dst_portz accept", {}, "all_src_ip TCP all_src_ports all_dst_ports ACCEPT"},
+        {"all_src_ip icmp", {E + "Need type of msg (ICMP)", E + "Need target"}, nullptr},
+        {"all_src_ip icmp echo", {E + "Need target"}, nullptr},
+        {"10.0.0.0/8 abc any drop", {}, "10.0.0.0/8 0 any DROP"},
+        {"10.0.0.0 -1 any drop", {}, "10.0.0.0 4294967295 any DROP"},
+        {"  1.2.3.4   99   UDP  1 65535   2 10  ReJeCt  trailing tokens", {}, "1.2.3.4 99 UDP 1 65535 2 10 REJECT"},
+        {"all_src_ip ANY accept", {}, "all_src_ip any ACCEPT"},
+        // Only spaces separate: a tab stays inside its token.
+        {"all_src_ip\tany accept", {E + "Need protocol", E + "Need target"}, nullptr},
+        // A failure before the protocol skips the ports: the next token is the target.
+        {"1.1.1.1", {E + "Need src ip number", E + "Need protocol", E + "Need target"}, nullptr},
+        {"all_src_ip udp65 1 1 2 2 drop", {E + "Unknown protocol", E + "Unknown target"}, nullptr},
+        {long_ip + " 7 any accept", {}, "999999999999999999999999999999 7 any ACCEPT"},
+    };
+    for (const row &r : rows) {
+        firewall_rule_t rule;
+        std::memset(&rule, 0x5A, sizeof rule);   // cleared by the parser
+        std::vector<char> text(r.text.begin(), r.text.end());
+        text.push_back('\0');
+        int result = -7;
+        const auto errors = printed_errors([&] { result = firewall_rule_string_to_t(text.data(), &rule); });
+        EXPECT_EQ(result, 0) << r.text;
+        EXPECT_EQ(errors, r.errors) << r.text;
+        EXPECT_EQ(rule.valid, r.form != nullptr ? 1 : 0) << r.text;
+        if (r.form == nullptr)
+            continue;
+        EXPECT_EQ(text_form(rule), r.form) << r.text;
+        // The text form parses back into the same record.
+        std::string again_text = text_form(rule);
+        firewall_rule_t again;
+        const auto again_errors = printed_errors([&] { firewall_rule_string_to_t(again_text.data(), &again); });
+        EXPECT_TRUE(again_errors.empty()) << r.text;
+        EXPECT_EQ(std::memcmp(&again, &rule, sizeof rule), 0) << r.text;
+    }
+}
+
+TEST(FirewallRuleText, MembersOfAcceptedAndFailedRules)
+{
+    char tcp[] = "192.168.1.10 4 tcp 1000 10 all_dst_ports drop";
+    firewall_rule_t rule;
+    firewall_rule_string_to_t(tcp, &rule);
+    EXPECT_STREQ(rule.src_ip, "192.168.1.10");
+    EXPECT_EQ(rule.src_ip_number, 4u);
+    EXPECT_EQ(rule.all_src_ip, 0);
+    EXPECT_STREQ(rule.protocol, "TCP");
+    EXPECT_EQ(rule.src_port, 1000);
+    EXPECT_EQ(rule.src_ports_number, 10);
+    EXPECT_EQ(rule.all_src_ports, 0);
+    EXPECT_EQ(rule.all_dst_ports, 1);
+    EXPECT_EQ(rule.dst_port, 0);
+    EXPECT_STREQ(rule.target, "DROP");
+    EXPECT_STREQ(rule.icmp_type, "");
+    EXPECT_EQ(tcp[12], '\0');   // split in place
+
+    // A failed rule keeps what it set, with valid 0; over-long words are cut.
+    const std::string long_word(45, 'q');
+    std::string gre = "all_src_ip " + long_word + " " + long_word;
+    testing::internal::CaptureStdout();
+    firewall_rule_string_to_t(gre.data(), &rule);
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(rule.valid, 0);
+    EXPECT_EQ(rule.all_src_ip, 1);
+    EXPECT_EQ(std::string(rule.protocol), std::string(30, 'q'));
+    EXPECT_EQ(std::string(rule.target), std::string(30, 'q'));
+
+    char icmp[] = "all_src_ip icmp 0123456789012345678901234567890123456789 accept";
+    firewall_rule_string_to_t(icmp, &rule);
+    EXPECT_EQ(rule.valid, 1);
+    EXPECT_STREQ(rule.icmp_type, "012345678901234567890123456789");
+
+    // An empty slot still has a text form, made of empty texts and zeros.
+    EXPECT_EQ(text_form(firewall_rule_t{}), " 0  0 0 0 0 ");
+}
+
+TEST(FirewallRules, HandlerSlotsAndClearing)
+{
+    auto image = fresh_image();
+    for (int slot : {0, 3, 5}) {
+        char seed[] = "all_src_ip any accept";   // split in place: a fresh copy each time
+        firewall_rule_string_to_t(seed, &image->firewall.rules[slot]);
+    }
+    std::vector<std::string> errors = printed_errors([&] {
+        parse(*image, "[config.Network.rules]\n"
+                      " rule_0 =\n"                                  // cleared
+                      " rule_31 = all_src_ip any drop\n"             // no such slot
+                      " rule_-1 = all_src_ip any drop\n"
+                      " rule_x = all_src_ip any drop\n"              // no number
+                      " rules = all_src_ip any drop\n"               // no '_'
+                      " rul_2 = all_src_ip any drop\n"               // not a rule
+                      " rule_3 = \"\"\n"                             // cleared
+                      " rule_7abc = 10.0.0.1 24 udp 5060 2 all_dst_ports accept\n"
+                      " ruleset_9 = all_src_ip icmp echo drop\n"     // "rule" prefix, slot 9
+                      " rule_29 = all_src_ip gre accept\n");         // fails, slot counts as empty
+    });
+    EXPECT_EQ(errors, std::vector<std::string>{E + "Unknown protocol"});
+    const firewall_rule_t empty{};
+    EXPECT_EQ(std::memcmp(&image->firewall.rules[0], &empty, sizeof empty), 0);
+    EXPECT_EQ(std::memcmp(&image->firewall.rules[3], &empty, sizeof empty), 0);
+    EXPECT_EQ(image->firewall.rules[5].valid, 1);    // not named: kept
+    EXPECT_EQ(image->firewall.rules[7].valid, 1);
+    EXPECT_EQ(image->firewall.rules[7].src_port, 5060);
+    EXPECT_EQ(image->firewall.rules[9].valid, 1);
+    EXPECT_STREQ(image->firewall.rules[9].icmp_type, "echo");
+    EXPECT_EQ(image->firewall.rules[29].valid, 0);
+    EXPECT_STREQ(image->firewall.rules[29].protocol, "gre");
+    for (int slot : {1, 2, 4})
+        EXPECT_EQ(std::memcmp(&image->firewall.rules[slot], &empty, sizeof empty), 0) << slot;
+    EXPECT_EQ(image->firewall.current, 3u);
+    EXPECT_EQ(image->firewall.start, 3u);
+    EXPECT_NE(image->firewall.updated, 0u);
+    EXPECT_TRUE(support::lock_is_free());
+}
+
+TEST(FirewallRules, WritersAndRoundTrip)
+{
+    auto image = fresh_image();
+    char a[] = "10.1.1.1 32 tcp 22 1 1024 64512 reject";
+    char b[] = "all_src_ip icmp echo-request drop";
+    char c[] = "all_src_ip udp 0 1 all_dst_ports accept";   // failed: never sent
+    firewall_rule_string_to_t(a, &image->firewall.rules[2]);
+    firewall_rule_string_to_t(b, &image->firewall.rules[7]);
+    testing::internal::CaptureStdout();
+    firewall_rule_string_to_t(c, &image->firewall.rules[4]);
+    testing::internal::GetCapturedStdout();
+
+    const auto out = support::write([&](uint8_t **cur) { return all_firewall_to_file(cur, &image->firewall); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(out.node().path, "config.Network.rules");
+    ASSERT_EQ(out.node().params.size(), 30u);
+    for (std::size_t k = 0; k < 30; ++k)
+        EXPECT_EQ(out.node().params[k].name, "rule_" + std::to_string(k));
+    EXPECT_EQ(out.node().params[0].value, "10.1.1.1 32 TCP 22 1 1024 64512 REJECT");
+    EXPECT_EQ(out.node().params[1].value, "all_src_ip ICMP echo-request DROP");
+    for (std::size_t k = 2; k < 30; ++k)
+        EXPECT_EQ(out.node().params[k].value, std::nullopt) << k;
+
+    auto back = fresh_image();
+    char stale[] = "all_src_ip any drop";
+    firewall_rule_string_to_t(stale, &back->firewall.rules[12]);
+    all_parser(back.get(), cfgmsg::encode(out.message).data());
+    EXPECT_EQ(std::memcmp(&back->firewall.rules[0], &image->firewall.rules[2], sizeof(firewall_rule_t)), 0);
+    EXPECT_EQ(std::memcmp(&back->firewall.rules[1], &image->firewall.rules[7], sizeof(firewall_rule_t)), 0);
+    const firewall_rule_t empty{};
+    for (int slot = 2; slot < CFG_FIREWALL_RULES; ++slot)
+        EXPECT_EQ(std::memcmp(&back->firewall.rules[slot], &empty, sizeof empty), 0) << slot;
+    EXPECT_EQ(back->firewall.current, 2u);
+
+    // One rule, with the given number, unchecked.
+    const auto one = support::write([&](uint8_t **cur) { return firewall_to_file(cur, 7, &image->firewall.rules[7]); });
+    ASSERT_EQ(one.message.nodes.size(), 1u);
+    EXPECT_EQ(one.node().path, "config.Network.rules");
+    EXPECT_EQ(support::names(one.node()), std::vector<std::string>{"rule_7"});
+    EXPECT_EQ(support::value(one.node(), "rule_7"), "all_src_ip ICMP echo-request DROP");
+    const auto blank = support::write([&](uint8_t **cur) { return firewall_to_file(cur, 40, &empty); });
+    EXPECT_EQ(support::value(blank.node(), "rule_40"), " 0  0 0 0 0 ");
+    const auto none = support::write([&](uint8_t **cur) { return all_firewall_to_file(cur, &back->firewall); });
+    EXPECT_EQ(none.node().params.size(), 30u);
+}
+
+} // namespace

@@ -1,0 +1,123 @@
+// MAC filter: mode before clients, index rules of "client_", the compacting
+// writer and its round trip.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+TEST(MacFilter, KeysAndIndexRules)
+{
+    struct row {
+        const char *param;
+        int client;               // client that changes, -1: none
+        const char *expected;     // its text, or the mode when client is -1
+    } rows[] = {
+        {"client_29 = 00:11:22:33:44:55", 29, "00:11:22:33:44:55"},
+        {"client_0 = aa:bb:cc:dd:ee:ff", 0, "aa:bb:cc:dd:ee:ff"},
+        {"client_x = 00:00:00:00:00:01", 0, "00:00:00:00:00:01"},  // no number reads as 0
+        {"client_5 = 00:11:22:33:44:55:66:77", 5, "00:11:22:33:44:55"}, // cut to 17
+        {"client_5 =", 5, ""},
+        {"client_5 = \"\"", 5, ""},
+        {"client_30 = 00:11:22:33:44:55", -1, "black"},
+        {"client_-1 = 00:11:22:33:44:55", -1, "black"},
+        {"client5 = 00:11:22:33:44:55", -1, "black"},               // no '_'
+        {"mac_filter_mode = white", -1, "white"},
+        {"mac_filter_modex = white", -1, "white"},                 // prefix match
+        {"mac_filter_mode = 0123456789abcdefXYZ", -1, "0123456789abcde"},
+        {"mac_filter_mode =", -1, ""},
+        {"mac_filter = white", -1, "black"},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        std::strcpy(image->mac_filter.mode, "black");
+        std::strcpy(image->mac_filter.client[5], "old");
+        mac_filter_cfg_t expected = image->mac_filter;
+        if (r.client >= 0) {
+            std::memset(expected.client[r.client], 0, sizeof expected.client[r.client]);
+            std::strcpy(expected.client[r.client], r.expected);
+        } else {
+            std::memset(expected.mode, 0, sizeof expected.mode);
+            std::strcpy(expected.mode, r.expected);
+        }
+        parse(*image, std::string("[config.Network.mac_filter]\n") + r.param + "\n");
+        EXPECT_NE(image->mac_filter.updated, 0u) << r.param;
+        expected.updated = image->mac_filter.updated;
+        expected.current = expected.start = image->mac_filter.current;
+        for (int i = 0; i < CFG_MAC_CLIENTS; ++i)
+            EXPECT_STREQ(image->mac_filter.client[i], expected.client[i]) << r.param << " client " << i;
+        EXPECT_STREQ(image->mac_filter.mode, expected.mode) << r.param;
+        EXPECT_TRUE(support::lock_is_free());
+    }
+}
+
+TEST(MacFilter, WriterCompactsAndPads)
+{
+    struct row {
+        const char *what;
+        std::vector<int> filled;
+        uint8_t current, start;
+        const char *mode;
+        std::vector<std::string> names;
+        int empties;
+    } rows[] = {
+        {"empty list", {}, 0, 0, "", {"mac_filter_mode"}, 0},
+        {"gaps, shrunk", {3, 29}, 2, 4, "white",
+         {"mac_filter_mode", "client_0", "client_1", "client_2", "client_3"}, 2},
+        {"current limits the walk", {1, 2, 3}, 1, 0, "black", {"mac_filter_mode", "client_0"}, 0},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        std::strcpy(image->mac_filter.mode, r.mode);
+        for (int slot : r.filled)
+            std::snprintf(image->mac_filter.client[slot], 18, "00:00:00:00:00:%02d", slot);
+        image->mac_filter.current = r.current;
+        image->mac_filter.start = r.start;
+        const auto out = support::write([&](uint8_t **c) { return sendMacsToCfgMngr(c, &image->mac_filter); });
+        ASSERT_EQ(out.message.nodes.size(), 1u);
+        EXPECT_EQ(out.node().path, "config.Network.mac_filter");
+        EXPECT_EQ(support::names(out.node()), r.names) << r.what;
+        // An empty mode goes out as the two quote characters.
+        EXPECT_EQ(support::value(out.node(), "mac_filter_mode"),
+                  r.mode[0] != '\0' ? std::string(r.mode) : std::string("\"\""));
+        const std::size_t sent = r.names.size() - 1 - static_cast<std::size_t>(r.empties);
+        for (std::size_t k = 0; k + 1 < out.node().params.size(); ++k) {
+            char text[18];
+            if (k < sent)
+                std::snprintf(text, sizeof text, "00:00:00:00:00:%02d", r.filled.at(k));
+            EXPECT_EQ(out.node().params[k + 1].value,
+                      k < sent ? std::optional<std::string>(text) : std::nullopt) << r.what << " " << k;
+        }
+    }
+}
+
+TEST(MacFilter, RoundTrip)
+{
+    auto image = fresh_image();
+    std::strcpy(image->mac_filter.mode, "white");
+    std::strcpy(image->mac_filter.client[4], "00:11:22:33:44:55");
+    std::strcpy(image->mac_filter.client[20], "66:77:88:99:aa:bb");
+    image->mac_filter.current = 2;
+    image->mac_filter.start = 3;
+    const auto out = support::write([&](uint8_t **c) { return sendMacsToCfgMngr(c, &image->mac_filter); });
+
+    auto back = fresh_image();
+    std::strcpy(back->mac_filter.client[2], "stale");
+    all_parser(back.get(), cfgmsg::encode(out.message).data());
+    EXPECT_STREQ(back->mac_filter.mode, "white");
+    EXPECT_STREQ(back->mac_filter.client[0], "00:11:22:33:44:55");
+    EXPECT_STREQ(back->mac_filter.client[1], "66:77:88:99:aa:bb");
+    EXPECT_STREQ(back->mac_filter.client[2], "");
+    EXPECT_EQ(back->mac_filter.current, 2);
+}
+
+} // namespace

@@ -1,0 +1,179 @@
+// SNMP settings and the SNMP user line: key table, trap version, word
+// scanning, both writers and round trips.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+using text40 = char (snmp_cfg_t::*)[40];
+
+TEST(Snmp, TextKeysInOrder)
+{
+    const std::string long_text(50, 'L');
+    struct row {
+        std::string param;
+        text40 field;            // nullptr: nothing changes
+        std::string expected;
+    } rows[] = {
+        {"rocommunity = public", &snmp_cfg_t::rocommunity, "public"},
+        {"sys_name_extra = gw2", &snmp_cfg_t::sys_name, "gw2"},       // prefix match
+        {"rocommunity =", &snmp_cfg_t::rocommunity, ""},
+        {"rocommunity = \"\"", &snmp_cfg_t::rocommunity, ""},
+        {"sys_contact = " + long_text, &snmp_cfg_t::sys_contact, std::string(39, 'L')},
+        {"sys_nam = x", nullptr, ""},
+        {"community = x", nullptr, ""},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        std::strcpy(image->snmp.rocommunity, "old");
+        snmp_cfg_t expected = image->snmp;
+        if (r.field != nullptr) {
+            std::memset(expected.*r.field, 0, 40);
+            std::memcpy(expected.*r.field, r.expected.data(), r.expected.size());
+        }
+        parse(*image, "[config.Network.snmp]\n" + r.param + "\n");
+        EXPECT_NE(image->snmp.updated, 0u) << r.param;
+        expected.updated = image->snmp.updated;
+        EXPECT_EQ(std::memcmp(&image->snmp, &expected, sizeof expected), 0) << r.param;
+        EXPECT_TRUE(support::lock_is_free());
+    }
+}
+
+TEST(Snmp, TrapTypeAndWriter)
+{
+    struct row {
+        const char *param;
+        uint32_t stored;
+        const char *written;
+    } rows[] = {
+        {"trap_type = v2", 2, "v2"}, {"trap_type = V2", 1, "v1"}, {"trap_type = v2c", 1, "v1"},
+        {"trap_type = v3", 1, "v1"}, {"trap_type =", 1, "v1"}, {"trap_type = \"\"", 1, "v1"}, {"trap_type = 2", 1, "v1"},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        image->snmp.trap_type = 7;
+        parse(*image, std::string("[config.Network.snmp]\n") + r.param + "\n");
+        EXPECT_EQ(image->snmp.trap_type, r.stored) << r.param;
+        const auto out = support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
+        EXPECT_EQ(support::value(out.node(1), "trap_type"), r.written) << r.param;
+    }
+}
+
+TEST(Snmp, SaveWritesSwitchThenSettings)
+{
+    auto image = fresh_image();
+    std::strcpy(image->snmp.sys_name, "gw1");
+    std::strcpy(image->snmp.sys_location, "lab");
+    std::strcpy(image->snmp.sys_contact, "ops");
+    std::strcpy(image->snmp.trap_sink, "10.0.0.9");
+    std::strcpy(image->snmp.trap_community, "traps");
+    std::strcpy(image->snmp.rwcommunity, "private");
+    image->snmp.trap_type = 2;
+    for (uint8_t flags0 : {uint8_t{0x02}, uint8_t{0xFD}, uint8_t{0xFF}, uint8_t{0x00}}) {
+        image->network.flags0 = flags0;
+        const auto out = support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
+        ASSERT_EQ(out.message.nodes.size(), 2u);
+        EXPECT_EQ(out.node(0).path, "config.Network.network");
+        EXPECT_EQ(support::names(out.node(0)), std::vector<std::string>{"SNMP"});
+        EXPECT_EQ(support::value(out.node(0), "SNMP"), (flags0 & 2) != 0 ? "1" : "0") << int{flags0};
+        EXPECT_EQ(out.node(1).path, "config.Network.snmp");
+        EXPECT_EQ(support::names(out.node(1)),
+                  (std::vector<std::string>{"sys_name", "sys_location", "sys_contact", "trap_sink", "trap_type",
+                                            "trap_community", "rocommunity", "rwcommunity"}));
+        EXPECT_EQ(support::value(out.node(1), "rocommunity"), "\"\"");   // empty text
+        EXPECT_EQ(support::value(out.node(1), "sys_contact"), "ops");
+    }
+
+    // Round trip: the SNMP record and the agent switch of the network settings.
+    image->network.flags0 = 0x02;
+    const auto out = support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
+    auto back = fresh_image();
+    std::strcpy(back->snmp.rocommunity, "stale");
+    back->network.flags0 = 0x81;
+    all_parser(back.get(), cfgmsg::encode(out.message).data());
+    back->snmp.updated = image->snmp.updated;
+    EXPECT_EQ(std::memcmp(&back->snmp, &image->snmp, sizeof image->snmp), 0);
+    EXPECT_EQ(back->network.flags0, 0x83);   // only the SNMP bit is sent
+}
+
+TEST(SnmpUsers, UserLine)
+{
+    struct row {
+        std::string param;
+        const char *w1, *w2, *w3;
+    } rows[] = {
+        {"user_0 = alpha beta gamma", "alpha", "beta", "gamma"},
+        {"user_0 = alpha beta", "alpha", "beta", "old3"},
+        {"user_0 = solo", "solo", "old2", "old3"},
+        {"user_0 =", "", "", ""},
+        {"user_0 = \"\"", "", "", ""},
+        {"user_0 = a b c d", "a", "b", "c"},
+        {"user_0 = \\t  a\\tb  c", "a", "b", "c"},
+        {"user_0 = " + std::string(45, 'x') + " " + std::string(45, 'y') + " " + std::string(20, 'z'),
+         "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx", "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy", "zzzzzzzzzzzzzzz"},
+        {"user_0x = p q r", "p", "q", "r"},               // prefix match
+        {"user_1 = p q r", "old1", "old2", "old3"},
+        {"user = p q r", "old1", "old2", "old3"},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        std::strcpy(image->snmp.user.word1, "old1");
+        std::strcpy(image->snmp.user.word2, "old2");
+        std::strcpy(image->snmp.user.word3, "old3");
+        std::memset(image->snmp.user.app_reserved, 0x77, sizeof image->snmp.user.app_reserved);
+        std::strcpy(image->snmp.sys_name, "name");
+        parse(*image, "[config.Network.snmp_users]\n" + r.param + "\n sys_name = taken\n");
+        EXPECT_STREQ(image->snmp.user.word1, r.w1) << r.param;
+        EXPECT_STREQ(image->snmp.user.word2, r.w2) << r.param;
+        EXPECT_STREQ(image->snmp.user.word3, r.w3) << r.param;
+        for (uint8_t b : image->snmp.user.app_reserved)
+            EXPECT_EQ(b, 0x77);
+        // The users node never reaches the SNMP handler.
+        EXPECT_STREQ(image->snmp.sys_name, "name");
+        EXPECT_NE(image->snmp.updated, 0u);
+        EXPECT_TRUE(support::lock_is_free());
+    }
+}
+
+TEST(SnmpUsers, WriterAndRoundTrip)
+{
+    auto image = fresh_image();
+    std::strcpy(image->snmp.user.word1, "admin");
+    std::strcpy(image->snmp.user.word2, "secret123");
+    std::strcpy(image->snmp.user.word3, "rw");
+    const auto out = support::write([&](uint8_t **c) { return snmp_user_save(c, &image->snmp); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(out.node().path, "config.Network.snmp_users");
+    EXPECT_EQ(support::names(out.node()), std::vector<std::string>{"user_0"});
+    EXPECT_EQ(support::value(out.node(), "user_0"), "admin secret123 rw");
+
+    auto back = fresh_image();
+    all_parser(back.get(), cfgmsg::encode(out.message).data());
+    EXPECT_STREQ(back->snmp.user.word1, "admin");
+    EXPECT_STREQ(back->snmp.user.word2, "secret123");
+    EXPECT_STREQ(back->snmp.user.word3, "rw");
+
+    // Any empty word sends the line with no value, which clears it on return.
+    image->snmp.user.word3[0] = '\0';
+    const auto no3 = support::write([&](uint8_t **c) { return snmp_user_save(c, &image->snmp); });
+    EXPECT_EQ(support::value(no3.node(), "user_0"), std::nullopt);
+    image->snmp.user.word3[0] = 'r';
+    image->snmp.user.word1[0] = '\0';
+    const auto no1 = support::write([&](uint8_t **c) { return snmp_user_save(c, &image->snmp); });
+    EXPECT_EQ(support::value(no1.node(), "user_0"), std::nullopt);
+    all_parser(back.get(), cfgmsg::encode(no1.message).data());
+    EXPECT_STREQ(back->snmp.user.word1, "");
+    EXPECT_STREQ(back->snmp.user.word3, "");
+}
+
+} // namespace

@@ -1,0 +1,111 @@
+// TR-069 management client: key table with its ranges and defaults (signed
+// STUN periods, the unsigned inform interval), the writer and the round trip.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::fresh_image;
+using support::parse;
+
+template <std::size_t N>
+void put(char (&field)[N], const char *text)
+{
+    std::memset(field, 0, N);
+    std::memcpy(field, text, std::min(std::strlen(text), N - 1));
+}
+
+TEST(Tr069, KeysRulesAndDefaults)
+{
+    const std::string long_url = "URL = " + std::string(300, 'u');
+    struct row {
+        std::string param;
+        void (*expect)(tr069_cfg_t &);
+    } rows[] = {
+        {"Enable = 1", [](tr069_cfg_t &r) { r.enable = 1; }},
+        {"Enable = 5", [](tr069_cfg_t &r) { r.enable = 1; }},
+        {"Enable = no", [](tr069_cfg_t &r) { r.enable = 0; }},
+        {long_url, [](tr069_cfg_t &r) { std::memset(r.url, 'u', 255); r.url[255] = 0; }},
+        {"PeriodicInformEnable = y", [](tr069_cfg_t &r) { r.periodic_inform_enable = 1; }},
+        {"PeriodicInformInterval = 0", [](tr069_cfg_t &r) { r.periodic_inform_interval = 30; }},
+        {"PeriodicInformInterval =", [](tr069_cfg_t &r) { r.periodic_inform_interval = 30; }},
+        {"PeriodicInformInterval = 4294967295", [](tr069_cfg_t &r) { r.periodic_inform_interval = 4294967295u; }},
+        {"PeriodicInformInterval = -1", [](tr069_cfg_t &r) { r.periodic_inform_interval = 4294967295u; }},
+        {"PeriodicInformInterval = 4294967296", [](tr069_cfg_t &r) { r.periodic_inform_interval = 30; }},
+        {"PeriodicInformInterval = 3000000000", [](tr069_cfg_t &r) { r.periodic_inform_interval = 3000000000u; }},
+        {"STUNServerPort = 0", [](tr069_cfg_t &r) { r.stun_server_port = 3478; }},
+        {"STUNServerPort = 65535", [](tr069_cfg_t &r) { r.stun_server_port = 65535; }},
+        {"STUNServerPort = 65536", [](tr069_cfg_t &r) { r.stun_server_port = 3478; }},
+        {"STUNMinimumKeepAlivePeriod = 5", [](tr069_cfg_t &r) { r.stun_minimum_keepalive_period = 30; }},
+        {"STUNMinimumKeepAlivePeriod = 10", [](tr069_cfg_t &r) { r.stun_minimum_keepalive_period = 10; }},
+        {"STUNMinimumKeepAlivePeriod =", [](tr069_cfg_t &r) { r.stun_minimum_keepalive_period = 30; }},
+        {"STUNMaximumKeepAlivePeriod = -1", [](tr069_cfg_t &r) { r.stun_maximum_keepalive_period = -1; }},
+        {"STUNMaximumKeepAlivePeriod = -2", [](tr069_cfg_t &r) { r.stun_maximum_keepalive_period = 60; }},
+        {"STUNMaximumKeepAlivePeriod = abc", [](tr069_cfg_t &r) { r.stun_maximum_keepalive_period = 0; }},
+        {"STUNMaximumKeepAlivePeriod = 2147483648", [](tr069_cfg_t &r) { r.stun_maximum_keepalive_period = 60; }},
+        {"NATAddress =", [](tr069_cfg_t &r) { put(r.nat_address, ""); }},
+        {"EnableX = 1", [](tr069_cfg_t &r) { r.enable = 1; }},      // prefix match
+        {"PeriodicInform = 1", [](tr069_cfg_t &) {}},
+        {"STUN = 1", [](tr069_cfg_t &) {}},
+    };
+    for (const row &r : rows) {
+        auto image = fresh_image();
+        image->tr069.enable = 1;
+        image->tr069.periodic_inform_interval = 600;
+        image->tr069.stun_maximum_keepalive_period = 77;
+        put(image->tr069.nat_address, "old");
+        tr069_cfg_t expected = image->tr069;
+        r.expect(expected);
+        parse(*image, "[config.Network.TR069]\n" + r.param + "\n");
+        EXPECT_NE(image->tr069.updated, 0u) << r.param;
+        expected.updated = image->tr069.updated;
+        EXPECT_EQ(std::memcmp(&image->tr069, &expected, sizeof expected), 0) << r.param;
+        EXPECT_TRUE(support::lock_is_free());
+    }
+}
+
+TEST(Tr069, WriterNamesSignedPeriodsAndRoundTrip)
+{
+    auto image = fresh_image();
+    tr069_cfg_t &t = image->tr069;
+    t.enable = 1;
+    put(t.url, "https://acs.example/cwmp");
+    t.periodic_inform_enable = 1;
+    t.periodic_inform_interval = 4294967295u;
+    put(t.username, "cpe");
+    put(t.password, "p w");
+    put(t.connection_request_username, "cr");
+    put(t.nat_mode, "stun");
+    put(t.stun_server_address, "stun.example");
+    t.stun_server_port = 3478;
+    t.stun_minimum_keepalive_period = 10;
+    t.stun_maximum_keepalive_period = -1;
+    const auto out = support::write([&](uint8_t **c) { return save_acs(c, &image->tr069); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(out.node().path, "config.Network.TR069");
+    EXPECT_EQ(support::names(out.node()),
+              (std::vector<std::string>{"Enable", "URL", "PeriodicInformEnable", "PeriodicInformInterval",
+                                        "Username", "Password", "ConnectionRequestUsername",
+                                        "ConnectionRequestPassword", "NATMode", "STUNServerAddress",
+                                        "STUNServerPort", "STUNMinimumKeepAlivePeriod",
+                                        "STUNMaximumKeepAlivePeriod", "NATAddress"}));
+    EXPECT_EQ(support::value(out.node(), "PeriodicInformInterval"), "4294967295");
+    EXPECT_EQ(support::value(out.node(), "STUNMaximumKeepAlivePeriod"), "-1");
+    EXPECT_EQ(support::value(out.node(), "STUNMinimumKeepAlivePeriod"), "10");
+    EXPECT_EQ(support::value(out.node(), "ConnectionRequestPassword"), "\"\"");
+
+    auto back = fresh_image();
+    put(back->tr069.connection_request_password, "stale");
+    all_parser(back.get(), cfgmsg::encode(out.message).data());
+    back->tr069.updated = t.updated;
+    EXPECT_EQ(std::memcmp(&back->tr069, &t, sizeof t), 0);
+}
+
+} // namespace

@@ -1,0 +1,125 @@
+// Helpers of the network list handlers (hosts, MAC filter, routes, firewall
+// rules, SNMP user): entry numbers taken from numbered param names
+// ("host_7", "client_3", "rule_12") and blank-separated words of a value,
+// each stored cut to its field.
+#pragma once
+
+#include <cctype>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <string_view>
+
+namespace cfg::lists {
+
+// The text after the first '_' of a name; nullptr when there is none.
+inline const char *after_underscore(const char *name) noexcept
+{
+    const char *underscore = std::strchr(name, '_');
+    return underscore == nullptr ? nullptr : underscore + 1;
+}
+
+// Entry number of "<word>_<n>..." read like "%d": the decimal number at the
+// start of the text after the first '_' (trailing characters ignored). No
+// '_', no number or a number outside 0..size-1 gives no entry. The number is
+// read at full width so that a huge number is refused instead of wrapping
+// into the list.
+inline std::optional<std::size_t> scanned_index(const char *name, std::size_t size) noexcept
+{
+    const char *text = after_underscore(name);
+    if (text == nullptr)
+        return std::nullopt;
+    char *end = nullptr;
+    errno = 0;
+    const long long n = std::strtoll(text, &end, 10);
+    if (end == text || errno == ERANGE || n < 0 || static_cast<unsigned long long>(n) >= size)
+        return std::nullopt;
+    return static_cast<std::size_t>(n);
+}
+
+// Entry number read like atoi: text that does not begin with a number gives
+// entry 0. No '_' or a number outside 0..size-1 gives no entry.
+inline std::optional<std::size_t> plain_index(const char *name, std::size_t size) noexcept
+{
+    const char *text = after_underscore(name);
+    if (text == nullptr)
+        return std::nullopt;
+    errno = 0;
+    const long long n = std::strtoll(text, nullptr, 10);
+    if (errno == ERANGE || n < 0 || static_cast<unsigned long long>(n) >= size)
+        return std::nullopt;
+    return static_cast<std::size_t>(n);
+}
+
+inline bool is_space(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+
+// The next white-space separated word of `rest` (as "%s" scans it), or an
+// empty view when only white space is left; `rest` moves past the word.
+inline std::string_view next_word(std::string_view &rest) noexcept
+{
+    std::size_t begin = 0;
+    while (begin < rest.size() && is_space(rest[begin]))
+        ++begin;
+    std::size_t end = begin;
+    while (end < rest.size() && !is_space(rest[end]))
+        ++end;
+    const std::string_view word = rest.substr(begin, end - begin);
+    rest.remove_prefix(end);
+    return word;
+}
+
+// Skips white space; true (and steps over it) when the next character is c.
+inline bool take_char(std::string_view &rest, char c) noexcept
+{
+    while (!rest.empty() && is_space(rest.front()))
+        rest.remove_prefix(1);
+    if (rest.empty() || rest.front() != c)
+        return false;
+    rest.remove_prefix(1);
+    return true;
+}
+
+// Stores a word into a text field of N bytes: at most N - 1 characters, the
+// rest of the field zero-filled. A longer word is cut; its tail is dropped,
+// it does not become the next word.
+template <std::size_t N>
+void store_word(char (&field)[N], std::string_view word) noexcept
+{
+    static_assert(N > 0);
+    const std::size_t n = word.size() < N - 1 ? word.size() : N - 1;
+    std::memcpy(field, word.data(), n);
+    std::memset(field + n, 0, N - n);
+}
+
+// Stores the next word into the field when the value has one; a missing word
+// leaves the field as it was. Returns whether a word was found.
+template <std::size_t N>
+bool scan_word(char (&field)[N], std::string_view &rest) noexcept
+{
+    const std::string_view word = next_word(rest);
+    if (word.empty())
+        return false;
+    store_word(field, word);
+    return true;
+}
+
+// A record's text field as a view that never runs past the field, even when
+// the application left it without a NUL.
+template <std::size_t N>
+std::string_view field_text(const char (&field)[N]) noexcept
+{
+    const void *nul = std::memchr(field, '\0', N);
+    return std::string_view(field, nul == nullptr ? N : static_cast<std::size_t>(
+                                                            static_cast<const char *>(nul) - field));
+}
+
+template <std::size_t N>
+bool filled(const char (&field)[N]) noexcept
+{
+    return field[0] != '\0';
+}
+
+} // namespace cfg::lists
