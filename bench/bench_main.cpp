@@ -61,6 +61,8 @@ public:
         std::printf("\nSummary (%s; %zu bytes, %zu nodes, %zu params)\n", c.source.c_str(),
                     c.message.size(), c.nodes, c.params);
         ratio("full parse / bare walk", "BM_AllParser_FullConfig", "BM_BareWalk_FullConfig");
+        counter_line("full parse / bare walk, alternated in one loop", "BM_ParseOverWalk_Paired",
+                     "parse/walk");
         ratio("classify, compile per call / cached, all paths", "BM_Classify_CompilePerCall/0",
               "BM_Classify_Cached/0");
         ratio("classify, compile per call / cached, profile paths", "BM_Classify_CompilePerCall/1",
@@ -85,6 +87,16 @@ private:
         if (a == nullptr || b == nullptr || b->cpu_seconds <= 0)
             return;
         std::printf("  %-55s %8.1fx\n", what, a->cpu_seconds / b->cpu_seconds);
+    }
+
+    void counter_line(const char *what, const std::string &name, const char *key) const
+    {
+        const figures *f = find(name);
+        if (f == nullptr)
+            return;
+        const auto it = f->counters.find(key);
+        if (it != f->counters.end())
+            std::printf("  %-55s %8.1fx\n", what, static_cast<double>(it->second));
     }
 
     void waits(const char *what, const std::string &name) const

@@ -8,6 +8,7 @@
 #include <cfgparser.h>
 
 #include <cstdlib>
+#include <ctime>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -50,6 +51,38 @@ void BM_BareWalk_FullConfig(benchmark::State &state)
     set_rates(state, c);
 }
 BENCHMARK(BM_BareWalk_FullConfig)->Unit(benchmark::kMicrosecond);
+
+double thread_cpu_seconds()
+{
+    timespec t{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+    return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
+}
+
+// The parse and the walk alternated in one loop, each timed on this
+// thread's CPU clock, so that both see the same machine load: the ratio is
+// the sum of parse times over the sum of walk times.
+void BM_ParseOverWalk_Paired(benchmark::State &state)
+{
+    const full_config &c = the_full_config();
+    cfg_image_t *image = new_image();
+    double parse_seconds = 0;
+    double walk_seconds = 0;
+    for (auto _ : state) {
+        const double t0 = thread_cpu_seconds();
+        all_parser(image, c.message.data());
+        benchmark::ClobberMemory();
+        const double t1 = thread_cpu_seconds();
+        const walk_result w = bare_walk(c.message.data());
+        benchmark::DoNotOptimize(w.checksum);
+        const double t2 = thread_cpu_seconds();
+        parse_seconds += t1 - t0;
+        walk_seconds += t2 - t1;
+    }
+    state.counters["parse/walk"] = walk_seconds > 0 ? parse_seconds / walk_seconds : 0;
+    std::free(image);
+}
+BENCHMARK(BM_ParseOverWalk_Paired)->Unit(benchmark::kMicrosecond);
 
 // The six profile patterns as all_parser evaluates them.
 constexpr const char *pattern_text[] = {

@@ -34,6 +34,22 @@ std::vector<writer_family> make_families()
         {[](uint8_t **c, const image_t &im) { return all_ports_pickup_to_file(c, &im); }, false});
     f.push_back(std::move(ports));
 
+    writer_family profiles{"profiles", {}};
+    for (int p = 0; p < CFG_PROFILES; ++p) {
+        profiles.calls.push_back(
+            {[p](uint8_t **c, const image_t &im) { return profile_codecs_save(c, p, &im.profiles[p]); }});
+        profiles.calls.push_back(
+            {[p](uint8_t **c, const image_t &im) { return profile_sip_save(c, p, &im.profiles[p]); }});
+        profiles.calls.push_back({[p](uint8_t **c, const image_t &im) {
+            return profile_alert_info_save(c, p, &im.profiles[p]);
+        }});
+    }
+    for (int d = 0; d < CFG_DIALPLAN_PROFILES; ++d)
+        profiles.calls.push_back({[d](uint8_t **c, const image_t &im) {
+            return dialplan_profile_save(c, d, &im.dialplan_profiles[d]);
+        }});
+    f.push_back(std::move(profiles));
+
     writer_family lists{"voip_lists", {}};
     for (int p = 0; p < CFG_PROFILES; ++p) {
         lists.calls.push_back({[p](uint8_t **c, const image_t &im) {
@@ -59,6 +75,18 @@ std::vector<writer_family> make_families()
                      {[](uint8_t **c, const image_t &im) { return save_ntp(c, &im.network); }},
                      {[](uint8_t **c, const image_t &im) { return save_radius(c, &im.network); }},
                      {[](uint8_t **c, const image_t &im) { return language_save(c, &im.network); }},
+                     {[](uint8_t **c, const image_t &im) { return snmp_save(c, &im.snmp, &im.network); }},
+                     {[](uint8_t **c, const image_t &im) { return snmp_user_save(c, &im.snmp); }},
+                     {[](uint8_t **c, const image_t &im) { return ipsec_save(c, &im.ipsec, &im.network); }},
+                     {[](uint8_t **c, const image_t &im) { return save_acs(c, &im.tr069); }},
+                 }});
+
+    f.push_back({"network_lists",
+                 {
+                     {[](uint8_t **c, const image_t &im) { return sendHostsToCfgMngr(c, &im.hosts); }},
+                     {[](uint8_t **c, const image_t &im) { return sendMacsToCfgMngr(c, &im.mac_filter); }},
+                     {[](uint8_t **c, const image_t &im) { return sendRoutesToCfgMngr(c, &im.routes); }},
+                     {[](uint8_t **c, const image_t &im) { return all_firewall_to_file(c, &im.firewall); }},
                  }});
     return f;
 }
