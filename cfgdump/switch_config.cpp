@@ -1,0 +1,23 @@
+// The whole switch in one message: VLANs, QoS, then all sixteen VTU rules,
+// each rule not in use blanked so that the configuration manager drops it.
+#include "cfgdump/switch_nodes.h"
+
+extern "C" {
+
+int switch_config_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT
+{
+    namespace nodes = cfg::dump::switch_nodes;
+    cfg::dump::msg_writer w(cursor, "switch_config_save");
+    nodes::vlan(w, *sw);
+    nodes::qos(w, *sw);
+    w.node("config.Switch.vtu");
+    for (int32_t i = 0; i < CFG_VTU_RULES; ++i) {
+        if (sw->vtu[i].valid != 0)
+            nodes::vtu_rule(w, i, sw->vtu[i]);
+        else
+            nodes::vtu_blank(w, i);
+    }
+    return w.finish();
+}
+
+} // extern "C"

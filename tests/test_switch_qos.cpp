@@ -1,0 +1,163 @@
+// Switch QoS: decimal and "0x%x" scans, per-port numbers, empty-param values
+// and qos_save.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+// Parses what a writer wrote into `image`.
+void parse_back(cfg_image_t &image, const support::written &out)
+{
+    const std::vector<uint8_t> message = out.as_message();
+    all_parser(&image, message.data());
+}
+
+using support::fresh_image;
+using support::names;
+using support::value;
+using support::write;
+
+constexpr uint32_t old_value = 0x77;
+
+void prefill(switch_cfg_t &sw)
+{
+    for (auto &q : sw.qos_port)
+        q = qos_port_t{old_value, old_value, old_value, old_value, old_value, old_value, old_value};
+    sw.ieee_pri = sw.diffserv_remap003C_mask = sw.diffserv_remap407C_mask = old_value;
+    sw.diffserv_remap80BC_mask = sw.diffserv_remapC0FC_mask = old_value;
+}
+
+uint32_t *field(switch_cfg_t &sw, int port, std::string_view name)
+{
+    qos_port_t &q = sw.qos_port[port];
+    if (name == "prio") return &q.prio;
+    if (name == "qos_mode") return &q.qos_mode;
+    if (name == "tag_remap_mask") return &q.tag_remap_mask;
+    if (name == "ingress_limit_mode") return &q.ingress_limit_mode;
+    if (name == "ingress_rate") return &q.ingress_rate;
+    if (name == "ingress_mask") return &q.ingress_mask;
+    if (name == "egress_rate") return &q.egress_rate;
+    if (name == "ieee_pri") return &sw.ieee_pri;
+    if (name == "003C") return &sw.diffserv_remap003C_mask;
+    if (name == "407C") return &sw.diffserv_remap407C_mask;
+    if (name == "80BC") return &sw.diffserv_remap80BC_mask;
+    if (name == "C0FC") return &sw.diffserv_remapC0FC_mask;
+    ADD_FAILURE() << name;
+    return nullptr;
+}
+
+TEST(SwitchQos, HandlerScansAndEmptyValues)
+{
+    const struct {
+        const char *param;
+        int port;           // for the switch-wide masks: 0
+        const char *field;
+        uint32_t expected;  // old_value: unchanged
+    } rows[] = {
+        {"qos_mode2 =", 2, "qos_mode", 3},
+        {"qos_mode2 = \"\"", 2, "qos_mode", 3},
+        {"qos_mode2 = 1", 2, "qos_mode", 1},
+        {"qos_modeX = 1", 0, "qos_mode", 1}, // no number: port 0
+        {"tag_remap_mask1 = 0x1f", 1, "tag_remap_mask", 0x1F},
+        {"tag_remap_mask1 = 1f", 1, "tag_remap_mask", old_value},
+        {"tag_remap_mask1 = 0", 1, "tag_remap_mask", old_value},
+        {"tag_remap_mask1 = 0x", 1, "tag_remap_mask", old_value},
+        {"tag_remap_mask1 = 0X1f", 1, "tag_remap_mask", old_value},
+        {"tag_remap_mask1 = 0xg", 1, "tag_remap_mask", old_value},
+        {"tag_remap_mask1 =", 1, "tag_remap_mask", 0},
+        {"tag_remap_mask1 = 0xFFFFFFFF", 1, "tag_remap_mask", 0xFFFFFFFF},
+        {"ingress_mask0 = 0xabc", 0, "ingress_mask", 0xABC},
+        {"prio = 4", 0, "prio", 4},
+        {"prio5 = 2", 5, "prio", 2},
+        {"priority = 1x", 0, "prio", 1}, // key "prio", no number: port 0
+        {"prio5 = x", 5, "prio", old_value},
+        {"ingress_rate4 = -1", 4, "ingress_rate", 0xFFFFFFFF},
+        {"ingress_rate4 = 12abc", 4, "ingress_rate", 12},
+        {"ingress_rate4 =", 4, "ingress_rate", 0},
+        {"ingress_limit_mode3 = 2", 3, "ingress_limit_mode", 2},
+        {"egress_rate5 = 1000", 5, "egress_rate", 1000},
+        {"ieee_pri = 0x3", 0, "ieee_pri", 3},
+        {"ieee_pri = 3", 0, "ieee_pri", old_value},
+        {"diffserv_remap003C_mask =", 0, "003C", 0},
+        {"diffserv_remap407C_mask =", 0, "407C", 0x55555555},
+        {"diffserv_remap80BC_mask =", 0, "80BC", 0xAAAAAAAA},
+        {"diffserv_remapC0FC_mask =", 0, "C0FC", 0xFFFFFFFF},
+        {"diffserv_remap80BC_mask = 0x12345678", 0, "80BC", 0x12345678},
+    };
+    for (const auto &r : rows) {
+        auto image = fresh_image();
+        prefill(image->switch_cfg);
+        support::parse(*image, std::string("[config.Switch.qos]\n") + r.param);
+        EXPECT_EQ(*field(image->switch_cfg, r.port, r.field), r.expected) << r.param;
+        // nothing else changed
+        *field(image->switch_cfg, r.port, r.field) = old_value;
+        switch_cfg_t untouched{};
+        prefill(untouched);
+        EXPECT_EQ(std::memcmp(&untouched, &image->switch_cfg, sizeof untouched), 0) << r.param;
+    }
+}
+
+TEST(SwitchQos, HandlerDropsBadPortNumbersAndUnknownNames)
+{
+    for (const char *param : {"egress_rate6 = 1", "prio-1 = 1", "prio4294967296 = 1",
+                              "qos = 1", "diffserv_remap = 0x1", "Prio1 = 1"}) {
+        auto image = fresh_image();
+        prefill(image->switch_cfg);
+        const switch_cfg_t before = image->switch_cfg;
+        support::parse(*image, std::string("[config.Switch.qos]\n") + param);
+        EXPECT_EQ(std::memcmp(&before, &image->switch_cfg, sizeof before), 0) << param;
+        EXPECT_NE(image->qos_updated, 0u);
+    }
+    EXPECT_TRUE(support::lock_is_free());
+}
+
+std::vector<std::string> qos_names()
+{
+    std::vector<std::string> out;
+    for (int i = 0; i < CFG_SWITCH_PORTS; ++i)
+        for (const char *key : {"prio", "qos_mode", "tag_remap_mask", "ingress_limit_mode", "ingress_rate",
+                                "ingress_mask", "egress_rate"})
+            out.push_back(key + std::to_string(i));
+    for (const char *key : {"ieee_pri", "diffserv_remap003C_mask", "diffserv_remap407C_mask",
+                            "diffserv_remap80BC_mask", "diffserv_remapC0FC_mask"})
+        out.push_back(key);
+    return out;
+}
+
+TEST(SwitchQos, WriterNamesValuesAndRoundTrip)
+{
+    auto image = fresh_image();
+    support::parse(*image, "[config.Switch.qos]\n"
+                           "diffserv_remap003C_mask =\n diffserv_remap407C_mask =\n"
+                           "diffserv_remap80BC_mask =\n diffserv_remapC0FC_mask =\n qos_mode0 =\n");
+    switch_cfg_t &sw = image->switch_cfg;
+    for (uint32_t i = 0; i < CFG_SWITCH_PORTS; ++i)
+        sw.qos_port[i] = qos_port_t{i, i + 1, 0x10u + i, 2, 1000u * i, 0xF0u + i, 64u + i};
+    sw.qos_port[1].tag_remap_mask = 0x1F;
+    sw.qos_port[4].ingress_rate = 0xFFFFFFFF;
+    sw.ieee_pri = 0;
+
+    const auto out = write([&](uint8_t **c) { return qos_save(c, &sw); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(out.node().path, "config.Switch.qos");
+    EXPECT_EQ(names(out.node()), qos_names());
+    EXPECT_EQ(out.node().params.size(), 47u);
+    EXPECT_EQ(value(out.node(), "tag_remap_mask1"), "0x1f");
+    EXPECT_EQ(value(out.node(), "ingress_mask5"), "0xf5");
+    EXPECT_EQ(value(out.node(), "ingress_rate4"), "4294967295");
+    EXPECT_EQ(value(out.node(), "ieee_pri"), "0x0");
+    EXPECT_EQ(value(out.node(), "diffserv_remap407C_mask"), "0x55555555");
+    EXPECT_EQ(value(out.node(), "diffserv_remapC0FC_mask"), "0xffffffff");
+
+    auto back = fresh_image();
+    parse_back(*back, out);
+    EXPECT_EQ(std::memcmp(&back->switch_cfg, &sw, sizeof sw), 0);
+}
+
+} // namespace

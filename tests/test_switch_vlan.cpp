@@ -1,0 +1,203 @@
+// Switch VLANs: the port flag string, the VLAN handler's keys and numbers,
+// and vlan_config_save.
+#include "support.h"
+
+#include <cfgparser.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+// Parses what a writer wrote into `image`.
+void parse_back(cfg_image_t &image, const support::written &out)
+{
+    const std::vector<uint8_t> message = out.as_message();
+    all_parser(&image, message.data());
+}
+
+using support::fresh_image;
+using support::names;
+using support::value;
+using support::write;
+
+TEST(SwitchVlan, PortFlagStrings)
+{
+    const struct {
+        const char *text;
+        uint32_t mask;
+    } rows[] = {
+        {"1 1 0 0 0 1", 0x23},    {"1 0 1 0 0 1", 0x25},   {"1,1,1,1,1,1", 0x3F},
+        {"1 10 0 0 0 0", 0x1},    {"2 1 1 1 1 1", 0x3E},   {"1 1 1 1 1 1 1", 0x3F},
+        {"", 0},                  {"1", 0x1},              {"0 0 0 0 0 1", 0x20},
+        {"111111", 0},            // 111111, 1111, 11; positions 6 to 10 lie past the end
+        {"-1 1 1 1 1 1", 0x3E},   // position 2 reads " 1"
+        {"+1 0 0 0 0 0", 0x1},    {"1 a 1 b 1 c", 0x15},
+        {"1 4294967297 1", 0x1},  // low 32 bits of the big number are 1: still not a flag
+        {"01 0 0 0 0 0", 0x1},
+    };
+    for (const auto &r : rows)
+        EXPECT_EQ(eth_port_string_to_output(r.text), r.mask) << '"' << r.text << '"';
+    EXPECT_EQ(eth_port_string_to_output(nullptr), 0u);
+}
+
+uint32_t field(const switch_vlan_t &v, std::string_view name)
+{
+    if (name == "enable") return static_cast<uint32_t>(v.enable);
+    if (name == "eg") return v.eg;
+    if (name == "portmask") return v.portmask;
+    if (name == "vid") return v.vid;
+    if (name == "ov") return static_cast<uint32_t>(v.ov);
+    if (name == "im") return v.im;
+    ADD_FAILURE() << name;
+    return 0;
+}
+
+// Every number of every VLAN set to 77, so that a store is always visible.
+void prefill(switch_cfg_t &sw)
+{
+    for (auto &v : sw.vlan) {
+        v.enable = 77;
+        v.eg = v.portmask = v.vid = v.im = 77;
+        v.ov = 77;
+        std::strcpy(v.portmode, "old");
+    }
+}
+
+TEST(SwitchVlan, HandlerStoresNumbersByKeyAndIndex)
+{
+    const struct {
+        const char *param;
+        int vlan;
+        const char *field;
+        uint32_t expected;
+    } rows[] = {
+        {"portmask3 = 1 0 0 1 0 0", 3, "portmask", 0x9},
+        {"portmask0 =", 0, "portmask", 0},
+        {"portmask0 = 1", 0, "portmask", 0x1},
+        {"portmask5 = 0 1 0 0 0 1", 5, "portmask", 0x22},
+        {"vid2 = 4095", 2, "vid", 4095},
+        {"vid2 = 4096", 2, "vid", 0},
+        {"vid2 = -1", 2, "vid", 0},
+        {"vid2 =", 2, "vid", 0},
+        {"im1 = 2", 1, "im", 2},
+        {"im1 = 3", 1, "im", 0},
+        {"eg1 = 3", 1, "eg", 3},
+        {"eg1 = 4", 1, "eg", 0},
+        {"enable5 = yes", 5, "enable", 1},
+        {"enable5 = Y", 5, "enable", 0},
+        {"ov0 = 7", 0, "ov", 1},
+        {"ov0 = \"\"", 0, "ov", 0},
+        {"vid 4 = 12", 4, "vid", 12},       // blanks before the number are skipped
+        {"vid+1 = 9", 1, "vid", 9},
+        {"enable2_extra = 1", 2, "enable", 1}, // text after the number is ignored
+    };
+    for (const auto &r : rows) {
+        auto image = fresh_image();
+        prefill(image->switch_cfg);
+        support::parse(*image, std::string("[config.Switch.vlan]\n") + r.param);
+        for (int i = 0; i < CFG_SWITCH_PORTS; ++i)
+            EXPECT_EQ(field(image->switch_cfg.vlan[i], r.field), i == r.vlan ? r.expected : 77u)
+                << r.param << " vlan " << i;
+        EXPECT_EQ(image->switch_cfg.hubmode, 0) << r.param;
+    }
+}
+
+TEST(SwitchVlan, HandlerDropsNamesWithoutAValidIndex)
+{
+    const char *const dropped[] = {
+        "vid6 = 5", "vid = 5", "vid-1 = 5", "vid4294967296 = 5", "vid4294967297 = 5",
+        "vidx1 = 5", "enablex = 1", "portmaskX = 1 1 1 1 1 1", "portmode = a", "vlan1 = 1",
+        "Vid1 = 5", "preemption99 = on",
+    };
+    for (const char *param : dropped) {
+        auto image = fresh_image();
+        prefill(image->switch_cfg);
+        const switch_cfg_t before = image->switch_cfg;
+        support::parse(*image, std::string("[config.Switch.vlan]\n") + param);
+        EXPECT_EQ(std::memcmp(&before, &image->switch_cfg, sizeof before), 0) << param;
+        EXPECT_NE(image->vlan_updated, 0u) << param;
+    }
+}
+
+TEST(SwitchVlan, TextsAndHubmode)
+{
+    auto image = fresh_image();
+    prefill(image->switch_cfg);
+    support::parse(*image, "[config.Switch.vlan]\n"
+                           "portmode2 = access\n backup_port2 = trunk_mode_long\n preemption2 = on\n"
+                           "portmode1 = \"\"\n portmode0 =\n enable3 = 1\n hubmode = 1\n vid3 = 10\n");
+    const switch_cfg_t &sw = image->switch_cfg;
+    EXPECT_STREQ(sw.vlan[2].portmode, "access");
+    EXPECT_STREQ(sw.vlan[2].backup_port, "trunk_m");
+    EXPECT_STREQ(sw.vlan[2].preemption, "on");
+    EXPECT_STREQ(sw.vlan[1].portmode, "");
+    EXPECT_STREQ(sw.vlan[0].portmode, "");
+    EXPECT_STREQ(sw.vlan[3].portmode, "old");
+    EXPECT_EQ(sw.hubmode, 1);
+    EXPECT_EQ(sw.vlan[3].vid, 10u); // hubmode did not disturb the next index
+
+    support::parse(*image, "[config.Switch.vlan]\nhubmode3 = 0\n");
+    EXPECT_EQ(image->switch_cfg.hubmode, 0);
+}
+
+TEST(SwitchVlan, EmptyNodeStampsAndLeavesTheLockFree)
+{
+    auto image = fresh_image();
+    support::parse(*image, "[config.Switch.vlan]\n");
+    EXPECT_NE(image->vlan_updated, 0u);
+    EXPECT_EQ(image->vtu_updated, 0u);
+    EXPECT_EQ(image->qos_updated, 0u);
+    EXPECT_TRUE(support::lock_is_free());
+}
+
+std::vector<std::string> vlan_names()
+{
+    std::vector<std::string> out;
+    for (int i = 0; i < CFG_SWITCH_PORTS; ++i)
+        for (const char *key : {"enable", "vid", "im", "eg", "ov", "portmask", "portmode", "backup_port",
+                                "preemption"})
+            out.push_back(key + std::to_string(i));
+    out.push_back("hubmode");
+    return out;
+}
+
+TEST(SwitchVlan, WriterNamesValuesAndRoundTrip)
+{
+    auto image = fresh_image();
+    switch_cfg_t &sw = image->switch_cfg;
+    for (int i = 0; i < CFG_SWITCH_PORTS; ++i) {
+        switch_vlan_t &v = sw.vlan[i];
+        v.enable = i % 2;
+        v.eg = static_cast<uint32_t>(i % 4);
+        v.portmask = 0x3Fu >> i;
+        v.vid = 4095u - static_cast<uint32_t>(i);
+        v.ov = (i + 1) % 2;
+        v.im = static_cast<uint32_t>(i % 3);
+        std::strncpy(v.portmode, i == 0 ? "" : "trunk", sizeof v.portmode);
+        std::strncpy(v.backup_port, i == 5 ? "1234567" : "", sizeof v.backup_port);
+        std::strncpy(v.preemption, "off", sizeof v.preemption);
+    }
+    sw.vlan[3].portmask = 0x9;
+    sw.hubmode = 1;
+
+    const auto out = write([&](uint8_t **c) { return vlan_config_save(c, &sw); });
+    ASSERT_EQ(out.message.nodes.size(), 1u);
+    EXPECT_EQ(out.node().path, "config.Switch.vlan");
+    EXPECT_EQ(names(out.node()), vlan_names());
+    EXPECT_EQ(out.node().params.size(), 55u);
+    EXPECT_EQ(value(out.node(), "portmask3"), "1 0 0 1 0 0");
+    EXPECT_EQ(value(out.node(), "portmask0"), "1 1 1 1 1 1");
+    EXPECT_EQ(value(out.node(), "portmode0"), "\"\"");
+    EXPECT_EQ(value(out.node(), "backup_port5"), "1234567");
+    EXPECT_EQ(value(out.node(), "vid2"), "4093");
+    EXPECT_EQ(value(out.node(), "hubmode"), "1");
+
+    auto back = fresh_image();
+    parse_back(*back, out);
+    EXPECT_EQ(std::memcmp(&back->switch_cfg, &sw, sizeof sw), 0);
+}
+
+} // namespace
