@@ -88,6 +88,15 @@ std::vector<writer_family> make_families()
                      {[](uint8_t **c, const image_t &im) { return sendRoutesToCfgMngr(c, &im.routes); }},
                      {[](uint8_t **c, const image_t &im) { return all_firewall_to_file(c, &im.firewall); }},
                  }});
+
+    writer_family sw{"switch", {}};
+    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return vlan_config_save(c, &im.switch_cfg); }});
+    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return qos_save(c, &im.switch_cfg); }});
+    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return switch_config_save(c, &im.switch_cfg); }});
+    for (int32_t r = 0; r < CFG_VTU_RULES; ++r)
+        sw.calls.push_back(
+            {[r](uint8_t **c, const image_t &im) { return ins_rule_in_vtu(c, r, &im.switch_cfg.vtu[r]); }});
+    f.push_back(std::move(sw));
     return f;
 }
 
