@@ -61,6 +61,10 @@ public:
         std::printf("\nSummary (%s; %zu bytes, %zu nodes, %zu params)\n", c.source.c_str(),
                     c.message.size(), c.nodes, c.params);
         ratio("full parse / bare walk", "BM_AllParser_FullConfig", "BM_BareWalk_FullConfig");
+        ratio("full parse / reader walk (copies only)", "BM_AllParser_FullConfig",
+              "BM_ReaderWalk_FullConfig");
+        ratio("reader walk (copies only) / bare walk", "BM_ReaderWalk_FullConfig",
+              "BM_BareWalk_FullConfig");
         counter_line("full parse / bare walk, alternated in one loop", "BM_ParseOverWalk_Paired",
                      "parse/walk");
         ratio("classify, compile per call / cached, all paths", "BM_Classify_CompilePerCall/0",

@@ -3,6 +3,8 @@
 #include "full_config.h"
 
 #include "cfgmngr/path_match.h"
+#include "cfgmngr/wire.h"
+#include "universalConfigParser/msg_reader.h"
 
 #include <benchmark/benchmark.h>
 #include <cfgparser.h>
@@ -51,6 +53,46 @@ void BM_BareWalk_FullConfig(benchmark::State &state)
     set_rates(state, c);
 }
 BENCHMARK(BM_BareWalk_FullConfig)->Unit(benchmark::kMicrosecond);
+
+// The walk with the copies every reader of this format makes: each path
+// through GetToken and each param through find_params, freed at once. What
+// all_parser adds on top of it is classification, key matching and stores.
+void reader_walk(const uint8_t *message) noexcept
+{
+    uint32_t remaining = cfg::wire::get_u32(message + 4);
+    remaining = remaining == 0 ? 0 : remaining - 1;
+    const uint8_t *cursor = message + cfg::wire::nodes_offset;
+    while (remaining >= 2) {
+        const uint16_t path_length = cfg::wire::get_u16(cursor);
+        if (static_cast<uint32_t>(path_length) + 4 > remaining)
+            return;
+        char *path = cfg::GetToken(cursor + 2, path_length);
+        cursor += 2 + path_length;
+        const uint16_t count = cfg::wire::get_u16(cursor);
+        cursor += 2;
+        remaining -= static_cast<uint32_t>(path_length) + 4;
+        std::free(path);
+        for (uint16_t i = 0; i < count; ++i) {
+            char *name = nullptr;
+            char *value = nullptr;
+            const int result = find_params(&cursor, &remaining, &name, &value, 1);
+            free_params(&name, &value);
+            if (result < 0)
+                return;
+        }
+    }
+}
+
+void BM_ReaderWalk_FullConfig(benchmark::State &state)
+{
+    const full_config &c = the_full_config();
+    for (auto _ : state) {
+        reader_walk(c.message.data());
+        benchmark::ClobberMemory();
+    }
+    set_rates(state, c);
+}
+BENCHMARK(BM_ReaderWalk_FullConfig)->Unit(benchmark::kMicrosecond);
 
 double thread_cpu_seconds()
 {
