@@ -111,7 +111,13 @@ std::vector<uint8_t> generated_message()
 full_config load()
 {
     full_config c;
-    if (load_file(full_config_path, c.message)) {
+    // CFGPARSER_BENCH_MESSAGE names another message file to measure.
+    const char *other = std::getenv("CFGPARSER_BENCH_MESSAGE");
+    if (other != nullptr && *other != '\0') {
+        if (!load_file(other, c.message))
+            throw std::runtime_error(std::string("cannot read ") + other);
+        c.source = other;
+    } else if (load_file(full_config_path, c.message)) {
         c.source = "examples/full-config.msg";
     } else {
         c.message = generated_message();

@@ -19,6 +19,7 @@ struct full_config {
     std::size_t params = 0;
 };
 
+// The file named by CFGPARSER_BENCH_MESSAGE when set; else
 // examples/full-config.msg of the source tree when it is there; otherwise a
 // message generated from the text form with every section that has a writer.
 // Loaded once.
