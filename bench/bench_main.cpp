@@ -71,6 +71,8 @@ public:
               "BM_Classify_Cached/0");
         ratio("classify, compile per call / cached, profile paths", "BM_Classify_CompilePerCall/1",
               "BM_Classify_Cached/1");
+        ratio("classify, compile per call / cached and studied, profile paths",
+              "BM_Classify_CompilePerCall/1", "BM_Classify_CachedStudied/1");
         ratio("classify, compile per call / as all_parser, all paths",
               "BM_Classify_CompilePerCall/0", "BM_Classify_AsAllParser/0");
         waits("reader lock wait during parse", "BM_LockWait_DuringParse/iterations:20000/manual_time");
