@@ -75,7 +75,8 @@ public:
               "BM_Classify_CompilePerCall/1", "BM_Classify_CachedStudied/1");
         ratio("classify, compile per call / as all_parser, all paths",
               "BM_Classify_CompilePerCall/0", "BM_Classify_AsAllParser/0");
-        waits("reader lock wait during parse", "BM_LockWait_DuringParse/iterations:20000/manual_time");
+        waits("reader lock wait during parse", "BM_LockWait_DuringParse/1/iterations:20000/manual_time");
+        waits("reader lock wait, nothing parsing", "BM_LockWait_NoParse/0/iterations:20000/manual_time");
         waits("list waiter after message end", "BM_ListWait_Latency/iterations:60/manual_time");
     }
 
