@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <string_view>
 
 namespace cfg::handlers {
 namespace {
@@ -12,26 +11,7 @@ namespace {
 constexpr uint32_t ring_max = 4000;
 constexpr uint32_t pause_max = 25500;
 constexpr std::size_t mask_text_max = 255; // characters of "mask" looked at
-constexpr unsigned mask_flags = 8;         // flags 0..7
-
-// The cadence number is the text after the last "_" of the path. Only a
-// text made of decimal digits alone counts: a path without "_", with nothing
-// after it, or with anything but digits there ("cadence_x", "cadence_3a",
-// "cadence_-1") names no cadence and gives -1, so that it can never fall
-// back to cadence 0. Long digit runs saturate instead of wrapping.
-int32_t cadence_number(std::string_view digits) noexcept
-{
-    if (digits.empty())
-        return -1;
-    int32_t c = 0;
-    for (const char ch : digits) {
-        if (ch < '0' || ch > '9')
-            return -1;
-        if (c < 1000000)
-            c = c * 10 + (ch - '0');
-    }
-    return c;
-}
+constexpr int32_t mask_flags = 8;          // flags 0..7
 
 // "ring" and "pause": the decimal value as the standard conversion reads it
 // (sign allowed, no digits gives 0), clamped to 0..max. The 64-bit
@@ -61,8 +41,8 @@ void mask(uint32_t &field, const char *value) noexcept
         const char *comma = std::strchr(piece, ',');
         const bool empty = comma == piece || *piece == '\0';
         if (!empty) {
-            const long long k = std::strtoll(piece, nullptr, 10);
-            if (k >= 0 && k < static_cast<long long>(mask_flags))
+            const int32_t k = numbers::entry_within(piece, mask_flags, 0);
+            if (k >= 0)
                 field |= 1u << k;
         }
         if (comma == nullptr)
@@ -85,13 +65,15 @@ void store_cadence(cadence_cfg_t &r, const parse::param &p) noexcept
 
 node_end cadences(cfg_image_t &image, node &n)
 {
-    const std::string_view path(n.path);
-    const std::size_t underscore = path.rfind('_');
-    const std::string_view number =
-        underscore == std::string_view::npos ? std::string_view() : path.substr(underscore + 1);
-    const int32_t c = cadence_number(number);
+    // The cadence number is the text after the last "_" of the path. Only a
+    // text made of decimal digits alone counts: a path without "_", with
+    // nothing after it, or with anything but digits there ("cadence_x",
+    // "cadence_3a", "cadence_-1") names no cadence, so that it can never fall
+    // back to cadence 0.
+    const char *number = numbers::after_underscore(n.path, numbers::underscore::last);
+    const int32_t c = numbers::entry_number(number);
     cfg_trace(4, "%s: cadence_number = %s  actual_cadence = %d", "all_parser",
-              underscore == std::string_view::npos ? "" : n.path + underscore + 1, c);
+              number == nullptr ? "" : number, c);
 
     // A path that names no cadence 0..31: reported, its params read and
     // dropped, no cadence and no time-stamp touched; the message goes on.

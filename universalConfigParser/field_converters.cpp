@@ -1,9 +1,12 @@
-// Converters from a param's value text to a field of the configuration image.
+// Converters from a param's value text to a field of the configuration image,
+// and the reader of element numbers in node paths and param names.
 #include "universalConfigParser/text_numbers.h"
 
 #include <cfgparser.h>
 
 #include <cctype>
+#include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 namespace cfg::numbers {
@@ -21,12 +24,19 @@ const char *skip_space_and_sign(const char *text, bool &negative) noexcept
 
 bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
 
+// True when a "%d" / "%u" number begins the text (after white space and one
+// optional sign).
+bool number_follows(const char *text) noexcept
+{
+    bool negative = false;
+    return text != nullptr && is_digit(*skip_space_and_sign(text, negative));
+}
+
 } // namespace
 
 bool scan_int(const char *text, int32_t &out) noexcept
 {
-    bool negative = false;
-    if (text == nullptr || !is_digit(*skip_space_and_sign(text, negative)))
+    if (!number_follows(text))
         return false;
     out = parse_int(text);
     return true;
@@ -34,11 +44,31 @@ bool scan_int(const char *text, int32_t &out) noexcept
 
 bool scan_uint(const char *text, uint32_t &out) noexcept
 {
-    bool negative = false;
-    if (text == nullptr || !is_digit(*skip_space_and_sign(text, negative)))
+    if (!number_follows(text))
         return false;
     out = parse_uint_low32(text);
     return true;
+}
+
+const char *scan_entry(const char *text, int64_t &out) noexcept
+{
+    if (!number_follows(text))
+        return nullptr;
+    char *end = nullptr;
+    const int saved = errno;
+    out = std::strtoll(text, &end, 10); // held at the 64-bit limits, errno left alone
+    errno = saved;
+    return end;
+}
+
+int32_t entry_within(const char *text, int32_t count, int32_t missing) noexcept
+{
+    if (text == nullptr)
+        return -1;
+    int64_t n = 0;
+    if (scan_entry(text, n) == nullptr)
+        return missing;
+    return n >= 0 && n < count ? static_cast<int32_t>(n) : -1;
 }
 
 bool scan_hex(const char *text, uint32_t &out) noexcept

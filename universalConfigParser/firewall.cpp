@@ -1,7 +1,7 @@
 // Firewall rules: "config.Network.rules", params rule_0 .. rule_29, each one
 // rule text.
 #include "universalConfigParser/handlers.h"
-#include "universalConfigParser/list_params.h"
+#include "universalConfigParser/text_numbers.h"
 
 namespace cfg::handlers {
 namespace {
@@ -26,11 +26,12 @@ node_end firewall(cfg_image_t &image, node &n)
     while (parse::param p = parse::next_param(n)) {
         if (!p.is("rule"))
             continue;
-        const auto i = lists::scanned_index(p.name(), CFG_FIREWALL_RULES);
-        if (!i)
+        const int32_t i =
+            numbers::entry_within(numbers::after_underscore(p.name()), CFG_FIREWALL_RULES, -1);
+        if (i < 0)
             continue;
         const parse::image_lock lock;
-        store_rule(image.firewall.rules[*i], p.value());
+        store_rule(image.firewall.rules[i], p.value());
     }
     return parse::finish_node(n, image.firewall.updated);
 }

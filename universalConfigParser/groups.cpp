@@ -48,10 +48,10 @@ node_end groups(cfg_image_t &image, node &n)
     groups_cfg_t &list = path.starts_with("config.VOIP.groups.fxo_group") ? image.fxo_groups
                                                                           : image.groups;
     // The group number follows the last "_" (the rest of the path).
-    const auto underscore = path.rfind('_');
-    const char *number = underscore == std::string_view::npos ? "" : n.path + underscore + 1;
+    const char *number = numbers::after_underscore(n.path, numbers::underscore::last);
     const int32_t g = numbers::entry_number(number);
-    cfg_trace(4, "%s: group_number = %s  actual_group = %d", "all_parser", number, g);
+    cfg_trace(4, "%s: group_number = %s  actual_group = %d", "all_parser",
+              number == nullptr ? "" : number, g);
 
     // A path without a group number, or with one outside 0..31, names no
     // group: the node is reported, its params are read and dropped, and the

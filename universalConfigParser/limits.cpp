@@ -48,15 +48,6 @@ void store_limit(limit_cfg_t &r, int32_t i, const char *value) noexcept
     r.not_proxy[i] = std::string_view(target).starts_with(proxy_keyword) ? 0 : 1;
 }
 
-// Entry number: the digits after the first "_" of the name; -1 for none.
-int32_t limit_entry(std::string_view name) noexcept
-{
-    const auto underscore = name.find('_');
-    if (underscore == std::string_view::npos)
-        return -1;
-    return numbers::entry_number(name.substr(underscore + 1));
-}
-
 } // namespace
 
 node_end limits(cfg_image_t &image, node &n)
@@ -65,7 +56,8 @@ node_end limits(cfg_image_t &image, node &n)
     while (parse::param p = parse::next_param(n)) {
         if (!p.is("limit"))
             continue;
-        const int32_t i = limit_entry(p.name());
+        // The digits after the first "_" of the name; -1 for none.
+        const int32_t i = numbers::entry_number(numbers::after_underscore(p.name()));
         if (i < 0 || i >= static_cast<int32_t>(std::size(r.value)))
             continue; // no entry of this number: dropped
         const parse::image_lock lock;

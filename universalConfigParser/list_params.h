@@ -1,58 +1,15 @@
 // Helpers of the network list handlers (hosts, MAC filter, routes, firewall
-// rules, SNMP user): entry numbers taken from numbered param names
-// ("host_7", "client_3", "rule_12") and blank-separated words of a value,
-// each stored cut to its field.
+// rules, SNMP user): blank-separated words of a value, each stored cut to its
+// field.
 #pragma once
 
 #include <cctype>
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <optional>
 #include <string_view>
 
 namespace cfg::lists {
-
-// The text after the first '_' of a name; nullptr when there is none.
-inline const char *after_underscore(const char *name) noexcept
-{
-    const char *underscore = std::strchr(name, '_');
-    return underscore == nullptr ? nullptr : underscore + 1;
-}
-
-// Entry number of "<word>_<n>..." read like "%d": the decimal number at the
-// start of the text after the first '_' (trailing characters ignored). No
-// '_', no number or a number outside 0..size-1 gives no entry. The number is
-// read at full width so that a huge number is refused instead of wrapping
-// into the list.
-inline std::optional<std::size_t> scanned_index(const char *name, std::size_t size) noexcept
-{
-    const char *text = after_underscore(name);
-    if (text == nullptr)
-        return std::nullopt;
-    char *end = nullptr;
-    errno = 0;
-    const long long n = std::strtoll(text, &end, 10);
-    if (end == text || errno == ERANGE || n < 0 || static_cast<unsigned long long>(n) >= size)
-        return std::nullopt;
-    return static_cast<std::size_t>(n);
-}
-
-// Entry number read like atoi: text that does not begin with a number gives
-// entry 0. No '_' or a number outside 0..size-1 gives no entry.
-inline std::optional<std::size_t> plain_index(const char *name, std::size_t size) noexcept
-{
-    const char *text = after_underscore(name);
-    if (text == nullptr)
-        return std::nullopt;
-    errno = 0;
-    const long long n = std::strtoll(text, nullptr, 10);
-    if (errno == ERANGE || n < 0 || static_cast<unsigned long long>(n) >= size)
-        return std::nullopt;
-    return static_cast<std::size_t>(n);
-}
 
 inline bool is_space(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 

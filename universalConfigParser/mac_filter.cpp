@@ -1,7 +1,6 @@
 // MAC address filter: "config.Network.mac_filter", the filter mode and
 // clients client_0 .. client_29.
 #include "universalConfigParser/handlers.h"
-#include "universalConfigParser/list_params.h"
 #include "universalConfigParser/store.h"
 
 namespace cfg::handlers {
@@ -13,8 +12,10 @@ void store_mac_filter(mac_filter_cfg_t &r, const parse::param &p) noexcept
     if (p.is("mac_filter_mode")) return store::text(r.mode, v);
     if (p.is("client")) {
         // client_x reads as client 0, as a plain decimal conversion gives.
-        if (const auto i = lists::plain_index(p.name(), CFG_MAC_CLIENTS))
-            store::text(r.client[*i], v);
+        const int32_t i =
+            numbers::entry_within(numbers::after_underscore(p.name()), CFG_MAC_CLIENTS, 0);
+        if (i >= 0)
+            store::text(r.client[i], v);
     }
 }
 

@@ -16,15 +16,6 @@ constexpr std::size_t line_limit = 254; // characters of a rule line that are re
 
 bool is_blank(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
-// The digits after the last "_"; -1 when there are none.
-int32_t number_after_last_underscore(std::string_view text) noexcept
-{
-    const auto underscore = text.rfind('_');
-    if (underscore == std::string_view::npos)
-        return -1;
-    return numbers::entry_number(text.substr(underscore + 1));
-}
-
 // Takes the next white-space separated word off the front of `line`.
 std::string_view next_word(std::string_view &line) noexcept
 {
@@ -71,7 +62,9 @@ void store_modifier(modifier_cfg_t &m, const parse::param &p) noexcept
     cfg_trace(3, "paramName: %s, paramValue: %s", p.name(), v != nullptr ? v : "");
     if (!p.is("mod_rule_"))
         return;
-    const int32_t r = number_after_last_underscore(p.name());
+    // The rule number: the digits after the last "_" of the name.
+    const int32_t r =
+        numbers::entry_number(numbers::after_underscore(p.name(), numbers::underscore::last));
     if (r < 0 || r >= static_cast<int32_t>(std::size(m.rules))) {
         cfg_trace(1, "%s: invalid modifier rule number %d (valid %d..%d)", "all_parser",
                   static_cast<int>(r), 0, static_cast<int>(std::size(m.rules)) - 1);
@@ -84,9 +77,11 @@ void store_modifier(modifier_cfg_t &m, const parse::param &p) noexcept
 
 node_end modifiers(cfg_image_t &image, node &n)
 {
-    // A path without a modifier number is reported with the number -1. Either
-    // way the rest of the message is abandoned.
-    const int32_t m = number_after_last_underscore(n.path);
+    // The modifier number: the digits after the last "_" of the path. A path
+    // without one is reported with the number -1. Either way the rest of the
+    // message is abandoned.
+    const int32_t m =
+        numbers::entry_number(numbers::after_underscore(n.path, numbers::underscore::last));
     if (m < 0 || m >= static_cast<int32_t>(std::size(image.modifiers))) {
         cfg_trace(1, "%s: invalid modifier entry number %d (valid %d..%d)", "all_parser",
                   static_cast<int>(m), 0, static_cast<int>(std::size(image.modifiers)) - 1);

@@ -5,9 +5,6 @@
 #include "universalConfigParser/store.h"
 
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <optional>
 #include <string_view>
 
 namespace cfg::handlers {
@@ -161,19 +158,6 @@ void store_port(port_cfg_t &r, const parse::param &p) noexcept
     if (p.is("agc_mic_level"))            return store::digit(r.agc_mic_level, v, -25, -1, -25);
 }
 
-// The number of a port or port-profile path, read with "%d" semantics. A
-// number that does not fit in 32 bits counts as unreadable.
-std::optional<int32_t> path_number(const char *text) noexcept
-{
-    int32_t ignored = 0;
-    if (!numbers::scan_int(text, ignored))
-        return std::nullopt;
-    const long long n = std::strtoll(text, nullptr, 10);
-    if (n < INT32_MIN || n > INT32_MAX)
-        return std::nullopt;
-    return static_cast<int32_t>(n);
-}
-
 // The record a node fills, or why it fills none.
 struct port_target {
     port_cfg_t *record = nullptr;
@@ -183,15 +167,17 @@ struct port_target {
 
 port_target select_port_default(cfg_image_t &image, const char *path) noexcept
 {
-    const char *text = std::strrchr(path, '_') + 1; // the prefix holds a '_'
-    const std::optional<int32_t> number = path_number(text);
-    if (!number) {
-        // No number at all: like a bad port number below, the node is
-        // reported and skipped; only a number outside 0..7 ends the message.
+    // The prefix holds a '_'.
+    const char *text = numbers::after_underscore(path, numbers::underscore::last);
+    int64_t number = 0;
+    if (numbers::scan_entry(text, number) == nullptr || number != numbers::held_int32(number)) {
+        // No number at all (one too large for 32 bits counts as none): like a
+        // bad port number below, the node is reported and skipped; only a
+        // number outside 0..7 ends the message.
         cfg_trace(1, "%d: Incorrect number of port's profile [%s]", __LINE__, text);
         return {};
     }
-    const int32_t n = *number;
+    const auto n = static_cast<int32_t>(number);
     port_target t;
     {
         const parse::image_lock lock;
@@ -212,13 +198,12 @@ port_target select_port_default(cfg_image_t &image, const char *path) noexcept
 // and the rest of the message (other ports and sections) is still good.
 port_target select_port(cfg_image_t &image, const char *path) noexcept
 {
-    const char *text = std::strchr(path, '_') + 1; // the prefix holds a '_'
-    const std::optional<int32_t> number = path_number(text);
-    if (!number || *number < 0 || *number >= CFG_MAX_PORTS) {
+    const char *text = numbers::after_underscore(path); // the prefix holds a '_'
+    const int32_t n = numbers::entry_within(text, CFG_MAX_PORTS, -1);
+    if (n < 0) {
         cfg_trace(1, "%d: Incorrect port number [%s]", __LINE__, text);
         return {};
     }
-    const int32_t n = *number;
     port_target t;
     {
         const parse::image_lock lock;

@@ -1,9 +1,8 @@
 // Regular-expression dial plan of a profile:
 // "config.VOIP.profile.profile_N.regexprd". The expression is stored as text,
 // never compiled here. It shares the profile's dial-plan time-stamp.
-#include "universalConfigParser/dialplan.h"
-
 #include "universalConfigParser/handlers.h"
+#include "universalConfigParser/profile_number.h"
 #include "universalConfigParser/store.h"
 
 namespace cfg::handlers {
@@ -22,8 +21,8 @@ void store_regexprd(profile_dialplan_cfg_t &r, const parse::param &p) noexcept
 
 node_end regexprd(cfg_image_t &image, node &n)
 {
-    const int profile = dialplan_profile_of(n);
-    if (profile < 0)
+    int32_t profile = 0;
+    if (!profiles::profile_of_path(n.path, profile))
         return node_end::stop;
     while (parse::param p = parse::next_param(n)) {
         const parse::image_lock lock;

@@ -2,6 +2,7 @@
 // "<destination> <netmask> <gateway> [.<extra>]".
 #include "universalConfigParser/handlers.h"
 #include "universalConfigParser/list_params.h"
+#include "universalConfigParser/text_numbers.h"
 
 namespace cfg::handlers {
 namespace {
@@ -28,11 +29,12 @@ node_end routes(cfg_image_t &image, node &n)
     while (parse::param p = parse::next_param(n)) {
         if (!p.is("route"))
             continue;
-        const auto i = lists::scanned_index(p.name(), CFG_ROUTES);
-        if (!i)
+        // The entry number is read as "%d" after the first '_' of the name.
+        const int32_t i = numbers::entry_within(numbers::after_underscore(p.name()), CFG_ROUTES, -1);
+        if (i < 0)
             continue;
         const parse::image_lock lock;
-        store_route(image.routes.route[*i], p.value());
+        store_route(image.routes.route[i], p.value());
     }
     return parse::finish_node(n, image.routes.updated);
 }

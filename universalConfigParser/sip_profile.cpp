@@ -89,11 +89,9 @@ template <std::size_t N>
 void server_address(char (sip_server_t::*member)[N], profile_sip_cfg_t &r, const parse::param &p,
                     std::string_view key) noexcept
 {
-    int32_t index = 0;
     const char *rest = p.name() + key.size();
-    if (rest[0] == '_')
-        profiles::read_number(rest + 1, index);
-    if (index < 0 || index >= CFG_SIP_SERVERS)
+    const int32_t index = rest[0] == '_' ? numbers::entry_within(rest + 1, CFG_SIP_SERVERS, 0) : 0;
+    if (index < 0)
         return;
     store::text(r.servers[index].*member, p.value());
 }

@@ -82,7 +82,7 @@ void store_qos(switch_cfg_t &sw, const parse::param &p) noexcept
         return;
     if (!is_per_port(key))
         return store_switch_wide(sw, key, p.value());
-    const int32_t port = switch_names::entry_after_key(p.name(), key, CFG_SWITCH_PORTS, bare_key_port);
+    const int32_t port = numbers::entry_within(p.name() + key.size(), CFG_SWITCH_PORTS, bare_key_port);
     if (port < 0)
         return;
     qos_port_t &q = sw.qos_port[port];

@@ -46,7 +46,7 @@ void store_vlan(switch_cfg_t &sw, const parse::param &p) noexcept
         return;
     if (key == "hubmode")
         return store::checkbox(sw.hubmode, p.value());
-    const int32_t vlan = switch_names::entry_after_key(p.name(), key, CFG_SWITCH_PORTS, no_vlan);
+    const int32_t vlan = numbers::entry_within(p.name() + key.size(), CFG_SWITCH_PORTS, no_vlan);
     if (vlan < 0 || vlan >= CFG_SWITCH_PORTS)
         return;
     store_vlan_field(sw.vlan[vlan], key, p.value());

@@ -2,7 +2,6 @@
 // "vtu<rule>.<field>" (for example vtu3.port1).
 #include "universalConfigParser/handlers.h"
 #include "universalConfigParser/store.h"
-#include "universalConfigParser/switch_names.h"
 
 #include <cctype>
 #include <optional>
@@ -26,9 +25,9 @@ std::optional<vtu_name> read_vtu_name(std::string_view name) noexcept
 {
     if (!name.starts_with("vtu"))
         return std::nullopt;
-    const char *text = name.data() + 3;
     int64_t rule = 0;
-    if (!switch_names::scan_number(text, rule) || *text != '.')
+    const char *text = numbers::scan_entry(name.data() + 3, rule);
+    if (text == nullptr || *text != '.')
         return std::nullopt;
     ++text;
     while (std::isspace(static_cast<unsigned char>(*text)))

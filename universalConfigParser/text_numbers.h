@@ -3,7 +3,7 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <string_view>
+#include <cstring>
 
 namespace cfg::numbers {
 
@@ -33,22 +33,53 @@ bool scan_hex(const char *text, uint32_t &out) noexcept;
 
 inline bool absent(const char *value) noexcept { return value == nullptr || value[0] == '\0'; }
 
-// Element number of a list entry taken from a path or a param name (the text
-// after its "_"): decimal digits only, no sign or blanks. -1 when the text is
-// empty or holds anything else; large numbers stop at INT32_MAX instead of
-// wrapping, so they can never land on a valid element.
-constexpr int32_t entry_number(std::string_view digits) noexcept
+// Element numbers of list entries, profiles, ports and rules, taken from a
+// node path or a param name. None of them wraps: a huge number is held at a
+// limit, so that it can never land on a valid element.
+
+// Which "_" of a path or name the number follows.
+enum class underscore { first, last };
+
+// The text after the first (or the last) "_" of a path or name; nullptr when
+// it holds no "_".
+inline const char *after_underscore(const char *text, underscore which = underscore::first) noexcept
 {
-    if (digits.empty())
+    const char *at = which == underscore::first ? std::strchr(text, '_') : std::strrchr(text, '_');
+    return at == nullptr ? nullptr : at + 1;
+}
+
+// The number of a text made of decimal digits alone (no sign, blanks or
+// anything after them). -1 when the text is null, empty or holds anything
+// else; large numbers stop at INT32_MAX.
+constexpr int32_t entry_number(const char *digits) noexcept
+{
+    if (digits == nullptr || digits[0] == '\0')
         return -1;
     int64_t n = 0;
-    for (const char c : digits) {
-        if (c < '0' || c > '9')
+    for (const char *c = digits; *c != '\0'; ++c) {
+        if (*c < '0' || *c > '9')
             return -1;
         if (n <= INT32_MAX)
-            n = n * 10 + (c - '0');
+            n = n * 10 + (*c - '0');
     }
     return n > INT32_MAX ? INT32_MAX : static_cast<int32_t>(n);
+}
+
+// A number read as "%d" reads it: white space, one optional sign, then at
+// least one digit; what follows the digits is left alone. Returns the
+// character after the number, or nullptr (and `out` untouched) when the text
+// is null or no digit follows. The number is held at the 64-bit limits.
+const char *scan_entry(const char *text, int64_t &out) noexcept;
+
+// The "%d" number at `text` when it lies in 0..count-1. `missing` when the
+// text holds no number, -1 when the number is out of range or the text is
+// null (a name without its "_").
+int32_t entry_within(const char *text, int32_t count, int32_t missing) noexcept;
+
+// A 64-bit number held at the int limits, for the reports that show it.
+constexpr int32_t held_int32(int64_t n) noexcept
+{
+    return n < INT32_MIN ? INT32_MIN : n > INT32_MAX ? INT32_MAX : static_cast<int32_t>(n);
 }
 
 } // namespace cfg::numbers

@@ -1,0 +1,352 @@
+// The cfgmsg tool run as a process: exit codes and messages for good and bad
+// input, apply of the full sample (every writer, fixed point), diff and JSON.
+#include "msgtext.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// build/tests/cfgparser_tests -> build/cfgmsg
+fs::path tool() { return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "cfgmsg"; }
+
+fs::path source_dir() { return fs::path(__FILE__).parent_path().parent_path(); }
+fs::path example(const char *name) { return source_dir() / "examples" / name; }
+
+std::string slurp(const fs::path &file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+struct result {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+class CfgmsgCli : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!fs::exists(tool())) GTEST_SKIP() << "cfgmsg not built (CFGPARSER_BUILD_TOOLS off)";
+        char pattern[] = "/tmp/cfgmsg_cli_XXXXXX";
+        ASSERT_NE(mkdtemp(pattern), nullptr);
+        dir_ = pattern;
+    }
+    void TearDown() override {
+        if (!dir_.empty()) fs::remove_all(dir_);
+    }
+
+    fs::path file(const std::string &name, const std::string &bytes) const {
+        const fs::path p = dir_ / name;
+        std::ofstream(p, std::ios::binary) << bytes;
+        return p;
+    }
+    fs::path message(const std::string &name, std::string_view text) const {
+        const std::vector<std::uint8_t> bytes = cfgmsg::message_from_text(text);
+        return file(name, std::string(bytes.begin(), bytes.end()));
+    }
+
+    // Runs cfgmsg with `args`; standard output and error go to files.
+    result run(const std::vector<std::string> &args) const {
+        const fs::path out = dir_ / "stdout", err = dir_ / "stderr";
+        const pid_t pid = fork();
+        if (pid == 0) {
+            const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+            const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+            const int in = open("/dev/null", O_RDONLY);
+            if (o < 0 || e < 0 || in < 0) _exit(127);
+            dup2(in, STDIN_FILENO);
+            dup2(o, STDOUT_FILENO);
+            dup2(e, STDERR_FILENO);
+            const std::string path = tool().string();
+            std::vector<char *> argv{const_cast<char *>(path.c_str())};
+            for (const std::string &a : args) argv.push_back(const_cast<char *>(a.c_str()));
+            argv.push_back(nullptr);
+            execv(path.c_str(), argv.data());
+            _exit(127);
+        }
+        result r;
+        int status = 0;
+        if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status)) r.status = WEXITSTATUS(status);
+        r.out = slurp(out);
+        r.err = slurp(err);
+        return r;
+    }
+
+    fs::path dir_;
+};
+
+// A header whose body length is `declared`, then `body`.
+std::string framed(std::uint32_t declared, const std::string &body) {
+    std::string m(12, '\0');
+    for (int i = 0; i < 4; ++i) m[4 + i] = static_cast<char>(declared >> (8 * i));
+    return m + body;
+}
+
+TEST_F(CfgmsgCli, ExitCodesAndMessages) {
+    const std::string sample = example("sample.msg").string();
+    const std::string missing = (dir_ / "no-such-file").string();
+    // Body length 5: operation byte, then a path length of 16 with 2 bytes left.
+    const std::string bad_node = file("bad-node.msg", framed(5, std::string("\x02\x10\x00" "a\x00", 5))).string();
+    const std::string long_body = file("long.msg", framed(100, std::string("\x02\x00", 2))).string();
+    const std::string short_header = file("short.msg", std::string(7, '\0')).string();
+
+    struct row {
+        std::vector<std::string> args;
+        int status;
+        std::string out;  // part of standard output
+        std::string err;  // part of standard error
+    };
+    const std::vector<row> rows = {
+        {{}, 2, "", "missing command"},
+        {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
+        {{"--help"}, 0, "apply FILE...", ""},
+        {{"decode", "--help"}, 0, "usage: cfgmsg decode [--json] FILE", ""},
+        {{"encode", "-h"}, 0, "usage: cfgmsg encode FILE", ""},
+        {{"apply", "--help"}, 0, "usage: cfgmsg apply [--ports N] [--json] FILE...", ""},
+        {{"diff", "--help"}, 0, "as diff(1)", ""},
+        {{"decode", missing}, 1, "", "cannot open " + missing},
+        {{"apply", sample, missing}, 1, "", "cannot open " + missing},
+        {{"apply", bad_node}, 1, "", bad_node + ": malformed message at byte offset 13 (0xd): node 1"},
+        {{"decode", long_body}, 1, "", "malformed message at byte offset 4 (0x4): body length 100"},
+        {{"apply", short_header}, 1, "", "malformed message at byte offset 7"},
+        {{"apply"}, 2, "", "apply: missing FILE"},
+        {{"decode", sample, sample}, 2, "", "decode: expects one FILE"},
+        {{"apply", "--ports", "73", sample}, 2, "", "--ports wants a number from 0 to 72, not '73'"},
+        {{"apply", "--ports=-1", sample}, 2, "", "not '-1'"},
+        {{"apply", sample, "--ports"}, 2, "", "option '--ports' needs a value"},
+        {{"decode", "--ports", "8", sample}, 2, "", "decode: unknown option '--ports'"},
+        {{"encode", "--json", sample}, 2, "", "encode: unknown option '--json'"},
+        {{"apply", "-x", sample}, 2, "", "apply: unknown option '-x'"},
+        {{"decode", "--json=yes", sample}, 2, "", "decode: option '--json' takes no value"},
+        {{"diff", sample}, 2, "", "diff: expects two FILEs"},
+        {{"diff", "--bogus", sample, sample}, 2, "", "unknown option '--bogus'"},
+        {{"diff", sample, missing}, 2, "", "cannot open"},
+        {{"diff", sample, bad_node}, 2, "", "malformed message at byte offset 13"},
+        {{"diff", sample, sample}, 0, "", ""},
+        {{"decode", sample}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
+        {{"apply", "--ports", "0", sample}, 0, "max_ports 0", ""},
+    };
+    for (const row &r : rows) {
+        std::string joined;
+        for (const std::string &a : r.args) joined += " " + a;
+        SCOPED_TRACE("cfgmsg" + joined);
+        const result got = run(r.args);
+        EXPECT_EQ(got.status, r.status) << got.err;
+        EXPECT_NE(got.out.find(r.out), std::string::npos) << got.out.substr(0, 300);
+        EXPECT_NE(got.err.find(r.err), std::string::npos) << got.err;
+        if (r.status == 0 && r.args.size() > 1 && r.args[1] != "--help") {
+            EXPECT_EQ(got.err, "");
+        }
+        if (r.status != 0 && r.args.size() > 1) {
+            EXPECT_EQ(got.out, "") << "nothing printed on failure";
+        }
+    }
+}
+
+// Node count per path with the element numbers replaced by N.
+std::map<std::string, int> node_kinds(const cfgmsg::message &msg) {
+    static const std::regex number("(_|dialplan_profile)[0-9]+");
+    std::map<std::string, int> kinds;
+    for (const cfgmsg::node &n : msg.nodes) ++kinds[std::regex_replace(n.path, number, "$1N")];
+    return kinds;
+}
+
+cfgmsg::message parsed(const std::string &text) {
+    cfgmsg::message msg;
+    cfgmsg::text_error err;
+    EXPECT_TRUE(cfgmsg::parse_text(text, msg, err)) << "line " << err.line << ": " << err.reason;
+    return msg;
+}
+
+std::optional<std::string> value_of(const cfgmsg::message &msg, std::string_view path, std::string_view name) {
+    for (const cfgmsg::node &n : msg.nodes)
+        if (n.path == path)
+            for (const cfgmsg::param &p : n.params)
+                if (p.name == name) return p.value;
+    ADD_FAILURE() << "no " << path << " " << name;
+    return std::nullopt;
+}
+
+TEST_F(CfgmsgCli, FullSampleRunsEveryWriterAndIsAFixedPoint) {
+    const result first = run({"apply", example("full-config.msg").string()});
+    ASSERT_EQ(first.status, 0) << first.err;
+    EXPECT_EQ(first.err, "");
+    const cfgmsg::message msg = parsed(first.out);
+
+    // One node per writer node: every port, port profile, profile, list and
+    // section, nodes of one path shown once.
+    const std::map<std::string, int> expected = {
+        {"config.VOIP.h323", 1}, {"config.VOIP.range", 1}, {"config.VOIP.sip", 1},
+        {"config.VOIP.general", 1}, {"config.VOIP.tones", 1}, {"config.VOIP.trace", 1},
+        {"config.VOIP.dvo", 1}, {"config.VOIP.cadences.cadence_N", 32},
+        {"config.VOIP.ports.port_N", 72}, {"config.VOIP.ports.port_def_N", 8},
+        {"config.VOIP.profile.profile_N.codecs", 8}, {"config.VOIP.profile.profile_N.sip", 8},
+        {"config.VOIP.profile.profile_N.sip_cadences.sip_cadence_N", 128},
+        {"config.VOIP.profile.profile_N.dialplan", 8}, {"config.VOIP.profile.profile_N.regexprd", 8},
+        {"config.VOIP.dialplan_profiles.dialplan_profileN", 4}, {"config.VOIP.groups.group_N", 32},
+        {"config.VOIP.groups.fxo_group_N", 32}, {"config.VOIP.limits", 1},
+        {"config.VOIP.modifiers.modifier_N", 16}, {"config.Network.network", 1}, {"config.Network.LLDP", 1},
+        {"config.Network.hosts", 1}, {"config.Network.mac_filter", 1}, {"config.Network.routes", 1},
+        {"config.Network.rules", 1}, {"config.Network.snmp", 1}, {"config.Network.snmp_users", 1},
+        {"config.Network.IPSec", 1}, {"config.Network.TR069", 1}, {"config.Switch.vlan", 1},
+        {"config.Switch.qos", 1}, {"config.Switch.vtu", 1},
+    };
+    EXPECT_EQ(node_kinds(msg), expected);
+
+    // What the sample set comes back, from several sections.
+    struct probe {
+        const char *path, *name, *value;
+    };
+    for (const probe &p : std::vector<probe>{
+             {"config.VOIP.ports.port_5", "phone", "2105"},
+             {"config.VOIP.ports.port_70", "pstn_numberprefix", "9"},
+             {"config.VOIP.ports.port_def_7", "usepstncid", "1"},
+             {"config.VOIP.profile.profile_3.sip", "regrar_1", "sip1.pbx3.example.net"},
+             {"config.VOIP.limits", "limit_0", "[proxy] 60"},
+             {"config.Network.network", "SNMP", "1"},
+             {"config.Network.network", "LANGUAGE", "en"},
+             {"config.Network.routes", "route_1", "10.99.0.0 255.255.255.0 10.1.0.1 .eth1"},
+             {"config.Network.rules", "rule_4", "all_src_ip any DROP"},
+             {"config.Switch.vlan", "portmask1", "1 0 0 1 0 0"},
+         })
+        EXPECT_EQ(value_of(msg, p.path, p.name), std::optional<std::string>(p.value)) << p.path << " " << p.name;
+    // A param of the network node written by two writers is shown once.
+    std::size_t sig_vlan = 0;
+    for (const cfgmsg::node &n : msg.nodes)
+        for (const cfgmsg::param &p : n.params) sig_vlan += n.path == "config.Network.network" && p.name == "SIG_VLAN";
+    EXPECT_EQ(sig_vlan, 1u);
+
+    // apply -> encode -> apply gives the same text, and diff finds nothing.
+    const fs::path text = file("applied.txt", first.out);
+    const result encoded = run({"encode", text.string()});
+    ASSERT_EQ(encoded.status, 0) << encoded.err;
+    const fs::path again = file("applied.msg", encoded.out);
+    const result second = run({"apply", again.string()});
+    ASSERT_EQ(second.status, 0) << second.err;
+    EXPECT_EQ(second.out, first.out);
+    const result same = run({"diff", example("full-config.msg").string(), again.string()});
+    EXPECT_EQ(same.status, 0) << same.out;
+    EXPECT_EQ(same.out, "");
+}
+
+TEST_F(CfgmsgCli, ApplyTakesMessagesInOrderAndHonoursPorts) {
+    const fs::path a = message("a.msg", "[config.VOIP.h323]\npassword = first\n[config.VOIP.ports.port_3]\nphone = 103\n");
+    const fs::path b = message("b.msg", "[config.VOIP.h323]\npassword = second\n");
+    struct row {
+        std::vector<std::string> args;
+        const char *password;
+        int ports;
+        bool port3;  // port_3 phone 103 shown
+    };
+    const std::vector<row> rows = {
+        {{a.string(), b.string()}, "second", 72, true},
+        {{b.string(), a.string()}, "first", 72, true},
+        {{"--ports", "3", a.string()}, "first", 3, false},
+        {{"--ports=8", b.string(), a.string()}, "first", 8, true},
+    };
+    for (const row &r : rows) {
+        std::vector<std::string> args{"apply"};
+        args.insert(args.end(), r.args.begin(), r.args.end());
+        const result got = run(args);
+        ASSERT_EQ(got.status, 0) << got.err;
+        const cfgmsg::message msg = parsed(got.out);
+        EXPECT_EQ(value_of(msg, "config.VOIP.h323", "password"), std::optional<std::string>(r.password));
+        EXPECT_EQ(node_kinds(msg)["config.VOIP.ports.port_N"], r.ports);
+        bool seen = false;
+        for (const cfgmsg::node &n : msg.nodes)
+            if (n.path == "config.VOIP.ports.port_3") seen = value_of(msg, n.path, "phone") == "103";
+        EXPECT_EQ(seen, r.port3);
+    }
+}
+
+TEST_F(CfgmsgCli, LibraryTraceGoesToStandardError) {
+    // Profile 9 does not exist: the parser reports it and ends the message,
+    // so the later h323 node is not stored.
+    const fs::path bad = message("bad.msg", "[config.VOIP.profile.profile_9.sip]\nmode = 1\n"
+                                            "[config.VOIP.h323]\npassword = late\n");
+    const result got = run({"apply", bad.string()});
+    ASSERT_EQ(got.status, 0) << got.err;
+    EXPECT_NE(got.err.find("Incorrect number of profile [9]"), std::string::npos) << got.err;
+    const cfgmsg::message msg = parsed(got.out);
+    EXPECT_EQ(value_of(msg, "config.VOIP.h323", "password"), std::optional<std::string>("\"\""));
+}
+
+TEST_F(CfgmsgCli, DiffShowsChangedAddedAndDroppedParams) {
+    const fs::path a = message("a.msg", "[config.VOIP.h323]\npassword = old\n"
+                                        "[config.Network.hosts]\nhost_0 = 10.0.0.1 alpha\n");
+    const fs::path b = message("b.msg", "[config.VOIP.h323]\npassword = new\n"
+                                        "[config.Network.hosts]\nhost_0 = 10.0.0.1 alpha\nhost_1 = 10.0.0.2 beta\n");
+    const result got = run({"diff", a.string(), b.string()});
+    EXPECT_EQ(got.status, 1) << got.err;
+    EXPECT_EQ(got.out, "--- " + a.string() + "\n+++ " + b.string() +
+                           "\n[config.VOIP.h323]\n-    password = old\n+    password = new\n"
+                           "[config.Network.hosts]\n+    host_1 = 10.0.0.2 beta\n");
+    const result back = run({"diff", b.string(), a.string()});
+    EXPECT_EQ(back.status, 1);
+    EXPECT_NE(back.out.find("[config.Network.hosts]\n-    host_1 = 10.0.0.2 beta\n"), std::string::npos) << back.out;
+}
+
+TEST_F(CfgmsgCli, JsonKeepsNoValueAndQuotesApart) {
+    const fs::path m = message("m.msg", "header0 = 0x7\n[config.VOIP.h323]\npassword = \"\"\nh323aliase =\n"
+                                        "gatekeeperip = gk\\xff\n");
+    const result got = run({"decode", "--json", m.string()});
+    ASSERT_EQ(got.status, 0) << got.err;
+    const nlohmann::json doc = nlohmann::json::parse(got.out);
+    EXPECT_EQ(doc["header0"], 7);
+    EXPECT_EQ(doc["operation"], 2);
+    EXPECT_EQ(doc["terminator"], 0);
+    ASSERT_EQ(doc["nodes"].size(), 1u);
+    const nlohmann::json &params = doc["nodes"][0]["params"];
+    EXPECT_EQ(doc["nodes"][0]["path"], "config.VOIP.h323");
+    ASSERT_EQ(params.size(), 3u);
+    EXPECT_EQ(params[0], (nlohmann::json{{"name", "password"}, {"value", "\"\""}}));
+    EXPECT_EQ(params[1], (nlohmann::json{{"name", "h323aliase"}, {"value", nullptr}}));
+    EXPECT_EQ(params[2]["value"], "gk\xef\xbf\xbd") << "a byte that is not UTF-8 shows as U+FFFD";
+}
+
+TEST_F(CfgmsgCli, ApplyJsonHoldsTheSameNodesAsTheText) {
+    const std::string full = example("full-config.msg").string();
+    const result text = run({"apply", full});
+    const result json = run({"apply", "--json", full});
+    ASSERT_EQ(text.status, 0);
+    ASSERT_EQ(json.status, 0) << json.err;
+    const cfgmsg::message msg = parsed(text.out);
+    const nlohmann::json doc = nlohmann::json::parse(json.out);
+    ASSERT_EQ(doc["nodes"].size(), msg.nodes.size());
+    for (std::size_t i = 0; i < msg.nodes.size(); ++i) {
+        const nlohmann::json &n = doc["nodes"][i];
+        ASSERT_EQ(n["path"], msg.nodes[i].path);
+        ASSERT_EQ(n["params"].size(), msg.nodes[i].params.size()) << msg.nodes[i].path;
+        for (std::size_t k = 0; k < msg.nodes[i].params.size(); ++k) {
+            const cfgmsg::param &p = msg.nodes[i].params[k];
+            EXPECT_EQ(n["params"][k]["name"], p.name);
+            EXPECT_EQ(n["params"][k]["value"], p.value ? nlohmann::json(*p.value) : nlohmann::json(nullptr));
+        }
+    }
+}
+
+TEST_F(CfgmsgCli, FullSampleTextAndMessageAgree) {
+    // examples/full-config.msg is the encoding of examples/full-config.txt.
+    const std::string text = slurp(example("full-config.txt"));
+    const std::vector<std::uint8_t> bytes = cfgmsg::message_from_text(text);
+    EXPECT_EQ(std::string(bytes.begin(), bytes.end()), slurp(example("full-config.msg")));
+}
+
+}  // namespace
