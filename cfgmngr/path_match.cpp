@@ -35,10 +35,11 @@ void append(char ***table, int32_t &count, const char *text) noexcept
 
 } // namespace
 
-int32_t run(const pcre *compiled, const char *subject, int subject_length, char ***table) noexcept
+int32_t run(const pcre *compiled, const pcre_extra *studied, const char *subject, int subject_length,
+            char ***table) noexcept
 {
     int vector[vector_size];
-    int found = pcre_exec(compiled, nullptr, subject, subject_length, 0, 0, vector, vector_size);
+    int found = pcre_exec(compiled, studied, subject, subject_length, 0, 0, vector, vector_size);
     int32_t count = 0;
     for (int i = 0; i < found; ++i) {
         const char *substring = nullptr;
@@ -71,7 +72,7 @@ int32_t pcre_preg_match(const char *pattern, const char *subject, int subject_le
     pcre *compiled = pcre_compile(pattern, 0, &error, &error_offset, nullptr);
     if (compiled == nullptr)
         return 0; // a pattern that does not compile matches nothing
-    int32_t count = cfg::match::run(compiled, subject, subject_length, table);
+    int32_t count = cfg::match::run(compiled, nullptr, subject, subject_length, table);
     pcre_free(compiled);
     return count;
 }

@@ -9,6 +9,8 @@ namespace cfg::match {
 
 // One match of an already compiled pattern, with the substring table built
 // exactly as pcre_preg_match builds it (trimmed, empty substrings skipped).
-int32_t run(const pcre *compiled, const char *subject, int subject_length, char ***table) noexcept;
+// `studied` is what pcre_study gave for the pattern, or null.
+int32_t run(const pcre *compiled, const pcre_extra *studied, const char *subject, int subject_length,
+            char ***table) noexcept;
 
 } // namespace cfg::match

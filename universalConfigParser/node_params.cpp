@@ -1,5 +1,7 @@
 #include "universalConfigParser/node_params.h"
 
+#include <cstring>
+
 namespace cfg::parse {
 
 param next_param(node &n, bool quotes_mean_empty) noexcept
@@ -9,8 +11,10 @@ param next_param(node &n, bool quotes_mean_empty) noexcept
         ++n.params_read;
         int result = find_params(n.cursor, n.remaining, &p.name_, &p.value_,
                                  quotes_mean_empty ? 1 : 0);
-        if (result == 0)
+        if (result == 0) {
+            p.name_length_ = std::strlen(p.name_);
             return p;
+        }
         if (result < 0)
             n.malformed = true;
         // result 1: the param could not be copied and was skipped

@@ -20,7 +20,9 @@
 
 #include <cfgparser.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace cfg::parse {
@@ -62,9 +64,11 @@ struct node {
 class param {
 public:
     param() noexcept = default;
-    param(param &&other) noexcept : name_(other.name_), value_(other.value_)
+    param(param &&other) noexcept
+        : name_(other.name_), value_(other.value_), name_length_(other.name_length_)
     {
         other.name_ = other.value_ = nullptr;
+        other.name_length_ = 0;
     }
     param(const param &) = delete;
     param &operator=(const param &) = delete;
@@ -73,10 +77,17 @@ public:
 
     explicit operator bool() const noexcept { return name_ != nullptr; }
 
-    // Key matching: the name compared over the key's own length.
+    // Key matching: the name compared over the key's own length. The key
+    // tables are long if-chains, so a row that cannot match is ruled out by
+    // the name's length (measured once, when the param is read) and its
+    // first character before any comparison is made.
     bool is(std::string_view key) const noexcept
     {
-        return std::string_view(name_).starts_with(key);
+        if (key.size() > name_length_)
+            return false;
+        if (key.empty())
+            return true;
+        return name_[0] == key[0] && std::memcmp(name_, key.data(), key.size()) == 0;
     }
     const char *name() const noexcept { return name_; }
     const char *value() const noexcept { return value_; } // null: no value
@@ -85,6 +96,7 @@ private:
     friend param next_param(node &n, bool quotes_mean_empty) noexcept;
     char *name_ = nullptr;
     char *value_ = nullptr;
+    std::size_t name_length_ = 0; // strlen(name_)
 };
 
 // Reads the node's next param. An empty (false) param ends the loop: either

@@ -1,0 +1,32 @@
+// The section writers grouped by family, each call writing one message body
+// (operation byte .. terminating byte) for a whole image: what an
+// application sends back when it saves everything.
+#pragma once
+
+#include <cfgparser.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace bench {
+
+// Enough for the largest single writer output of a full image.
+inline constexpr std::size_t writer_buffer_size = 1u << 20;
+
+struct writer_call {
+    std::function<int(uint8_t **, const cfg_image_t &)> write;
+    // Part of the full configuration the generated message is made of
+    // (summaries that repeat other nodes are not).
+    bool in_full_config = true;
+};
+
+struct writer_family {
+    const char *name;
+    std::vector<writer_call> calls;
+};
+
+const std::vector<writer_family> &writer_families();
+
+} // namespace bench
