@@ -76,17 +76,6 @@ TEST(SwitchConfig, NodesAreTheSingleWritersNodes)
     EXPECT_EQ(out.returned, vlan.returned + qos.returned + singles - 17 * frame - 15 * vtu_head);
 }
 
-TEST(SwitchConfig, AllRulesInvalidAreAllBlank)
-{
-    auto image = fresh_image();
-    const auto out = write([&](uint8_t **c) { return switch_config_save(c, &image->switch_cfg); });
-    ASSERT_EQ(out.message.nodes.size(), 3u);
-    ASSERT_EQ(out.node(2).params.size(), 144u);
-    for (const auto &p : out.node(2).params)
-        EXPECT_FALSE(p.value.has_value()) << p.name;
-    EXPECT_EQ(out.node(2).params.back().name, "vtu15.sfp1");
-}
-
 TEST(SwitchConfig, WholeRecordRoundTrip)
 {
     auto image = fresh_image();
