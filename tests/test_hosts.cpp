@@ -79,7 +79,7 @@ TEST(Hosts, WriterCompactsAndPads)
         std::vector<std::string> names;
         int empties;              // trailing params without a value
     } rows[] = {
-        {"gaps, shrunk list", {0, 2, 5}, 3, 5, {"host_0", "host_1", "host_2", "host_3", "host_4"}, 2},
+        {"gaps, one removed", {0, 2, 5}, 3, 4, {"host_0", "host_1", "host_2", "host_3"}, 1},
         {"nothing", {}, 0, 0, {}, 0},
         {"start below current", {1, 19}, 2, 1, {"host_0", "host_1"}, 0},
         {"current limits the walk", {4, 7, 9}, 2, 2, {"host_0", "host_1"}, 0},
