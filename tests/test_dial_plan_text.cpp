@@ -3,6 +3,7 @@
 #include <cfgparser.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <random>
 #include <string>
@@ -35,82 +36,70 @@ dial_plan_t sentinel_entry()
     return e;
 }
 
+// "+0,0,...,0,": 255 characters, the longest mask text taken.
+std::string longest_mask()
+{
+    std::string text = "+";
+    while (text.size() < 255)
+        text += "0,";
+    return text.substr(0, 255);
+}
+
 TEST(DialPlanText, RuleTextsTakenAndRefused)
 {
-    std::string long_mask = "+";
-    while (long_mask.size() < 255)
-        long_mask += "0,";
-    long_mask.resize(255); // "+0,0,...,0," : 255 characters, a valid list
-    const std::string field1_64(64, 'a');
+    const std::string long_mask = longest_mask();
 
+    // The entry, written out as type|field1|field2|field3|protocol|destination|
+    // field6|field7|field8|field9|mask words|field11.
+    auto describe = [](const dial_plan_t &e) {
+        char out[512];
+        std::snprintf(out, sizeof out, "%u|%s|%d|%d|%s|%s|%s|%d|%u|%d|%x,%x,%x|%d", e.type, e.field1, e.field2,
+                      e.field3, e.protocol, e.destination, e.field6, e.field7, unsigned{e.field8}, e.field9,
+                      e.port_mask[0], e.port_mask[1], e.port_mask[2], e.field11);
+        return std::string(out);
+    };
     struct row {
         std::string text;
         uint32_t max_ports;
-        uint32_t type;
-        const char *field1;
-        int32_t field2, field3;
-        const char *protocol;
-        const char *destination;
-        const char *field6;
-        int32_t field7;
-        uint8_t field8;
-        int32_t field9;
-        mask3 mask;
-        int32_t field11;
+        std::string entry;
     };
     const std::vector<row> rows = {
-        {R"(55 4 0 sip "proxy" "" 0 0 0 +0-3 0)", 16, 2, "55", 4, 0, "sip", "\"proxy\"", "", 0, 0, 0, {{0xF, 0, 0}}, 0},
-        {R"(55 0 0 pickup "proxy" "" 0 0 0 +0-3 0)", 16, 6, "55", 0, 0, "pickup", "\"proxy\"", "", 0, 0, 0, {{0xF, 0, 0}}, 0},
-        {R"(9 1 2 h323 "gatekeeper" "ab" 3 300 5 -1 -7)", 8, 1, "9", 1, 2, "h323", "\"gatekeeper\"", "ab", 3, 44, 5, {{0xFFFFFFFD, all, all}}, -7},
-        {R"(9 1 2 h323 gatekeeper "ab" 3 -1 5 + 6)", 8, 3, "9", 1, 2, "h323", "gatekeeper", "ab", 3, 255, 5, {{0, 0, 0}}, 6},
-        {R"(9 1 -2 sip 1234 "x" 0 256 0 +7 0)", 8, 4, "9", 1, -2, "sip", "1234", "x", 0, 0, 0, {{0x80, 0, 0}}, 0},
-        {R"(9 1 2 sip-t "proxy" "x" 0 0 0 - 0)", 8, 5, "9", 1, 2, "sip-t", "\"proxy\"", "x", 0, 0, 0, {{all, all, all}}, 0},
+        {R"(55 4 0 sip "proxy" "" 0 0 0 +0-3 0)", 16, R"(2|55|4|0|sip|"proxy"||0|0|0|f,0,0|0)"},
+        {R"(55 0 0 pickup "proxy" "" 0 0 0 +0-3 0)", 16, R"(6|55|0|0|pickup|"proxy"||0|0|0|f,0,0|0)"},
+        {R"(9 1 2 h323 "gatekeeper" "ab" 3 300 5 -1 -7)", 8, R"(1|9|1|2|h323|"gatekeeper"|ab|3|44|5|fffffffd,ffffffff,ffffffff|-7)"},
+        {R"(9 1 2 h323 gatekeeper "ab" 3 -1 5 + 6)", 8, "3|9|1|2|h323|gatekeeper|ab|3|255|5|0,0,0|6"},
+        {R"(9 1 -2 sip 1234 "x" 0 256 0 +7 0)", 8, "4|9|1|-2|sip|1234|x|0|0|0|80,0,0|0"},
+        {R"(9 1 2 sip-t "proxy" "x" 0 0 0 - 0)", 8, R"(5|9|1|2|sip-t|"proxy"|x|0|0|0|ffffffff,ffffffff,ffffffff|0)"},
         // field 6: the text up to the closing quote, at most 8 characters
-        {R"(1 1 1 sip d "abcdefghi" 0 0 0 + 0)", 8, 4, "1", 1, 1, "sip", "d", "abcdefgh", 0, 0, 0, {{0, 0, 0}}, 0},
-        {R"(1 1 1 sip d "ab"c" 0 0 0 + 0)", 8, 4, "1", 1, 1, "sip", "d", "ab", 0, 0, 0, {{0, 0, 0}}, 0},
-        {R"(1 1 1 sip d "abc 0 0 0 + 0)", 8, 4, "1", 1, 1, "sip", "d", "abc", 0, 0, 0, {{0, 0, 0}}, 0},
+        {R"(1 1 1 sip d "abcdefghi" 0 0 0 + 0)", 8, "4|1|1|1|sip|d|abcdefgh|0|0|0|0,0,0|0"},
+        {R"(1 1 1 sip d "ab"c" 0 0 0 + 0)", 8, "4|1|1|1|sip|d|ab|0|0|0|0,0,0|0"},
+        {R"(1 1 1 sip d "abc 0 0 0 + 0)", 8, "4|1|1|1|sip|d|abc|0|0|0|0,0,0|0"},
         // field 6 without quotes is kept whole
-        {R"(1 1 1 sip d abc 0 0 0 + 0)", 8, 4, "1", 1, 1, "sip", "d", "abc", 0, 0, 0, {{0, 0, 0}}, 0},
+        {R"(1 1 1 sip d abc 0 0 0 + 0)", 8, "4|1|1|1|sip|d|abc|0|0|0|0,0,0|0"},
         // fields missing at the end: 0 and empty; an empty mask text clears the mask
-        {"7 1 2 sip dest", 8, 4, "7", 1, 2, "sip", "dest", "", 0, 0, 0, {{0, 0, 0}}, 0},
-        {"7 1 2 sip", 8, 4, "7", 1, 2, "sip", "", "", 0, 0, 0, {{0, 0, 0}}, 0},
+        {"7 1 2 sip dest", 8, "4|7|1|2|sip|dest||0|0|0|0,0,0|0"},
+        {"7 1 2 sip", 8, "4|7|1|2|sip|||0|0|0|0,0,0|0"},
         // texts cut to their members
-        {"  " + field1_64 + " 1 2 sip " + std::string(64, 'd') + " \"\" 0 0 0 + 0", 8, 4,
-         "aaaaaaaaaaaaaaaaaaaa", 1, 2, "sip", "dddddddddddddddddddddddddddddddddddddddd", "", 0, 0, 0, {{0, 0, 0}}, 0},
+        {"  " + std::string(64, 'a') + " 1 2 sip " + std::string(64, 'd') + " \"\" 0 0 0 + 0", 8,
+         "4|" + std::string(20, 'a') + "|1|2|sip|" + std::string(40, 'd') + "||0|0|0|0,0,0|0"},
         // an unknown protocol is stored cut to 9 and keeps the kind the entry had
-        {"1 1 1 verylongprotocol d \"\" 0 0 0 + 0", 8, 4, "1", 1, 1, "verylongp", "d", "", 0, 0, 0, {{0, 0, 0}}, 0},
+        {"1 1 1 verylongprotocol d \"\" 0 0 0 + 0", 8, "4|1|1|1|verylongp|d||0|0|0|0,0,0|0"},
         // a refused mask text keeps the old mask; the rest of the rule is taken
-        {"1 1 1 sip d \"\" 0 0 0 +8 0", 8, 4, "1", 1, 1, "sip", "d", "", 0, 0, 0, {{0x5, 0, 0}}, 0},
-        {"1 1 1 sip d \"\" 0 0 0 " + long_mask + " 0", 8, 4, "1", 1, 1, "sip", "d", "", 0, 0, 0, {{0x1, 0, 0}}, 0},
+        {"1 1 1 sip d \"\" 0 0 0 +8 0", 8, "4|1|1|1|sip|d||0|0|0|5,0,0|0"},
+        {"1 1 1 sip d \"\" 0 0 0 " + long_mask + " 0", 8, "4|1|1|1|sip|d||0|0|0|1,0,0|0"},
     };
     for (const row &r : rows) {
         SCOPED_TRACE(r.text);
         dial_plan_t e = sentinel_entry();
         ASSERT_EQ(cfgpars_dial_plan_string_to_t(&e, r.text.c_str(), r.max_ports), &e);
-        EXPECT_EQ(e.type, r.type);
-        EXPECT_STREQ(e.field1, r.field1);
-        EXPECT_EQ(e.field2, r.field2);
-        EXPECT_EQ(e.field3, r.field3);
-        EXPECT_STREQ(e.protocol, r.protocol);
-        EXPECT_STREQ(e.destination, r.destination);
-        EXPECT_STREQ(e.field6, r.field6);
-        EXPECT_EQ(e.field7, r.field7);
-        EXPECT_EQ(e.field8, r.field8);
-        EXPECT_EQ(e.field9, r.field9);
-        EXPECT_EQ(e.port_mask[0], r.mask.w[0]);
-        EXPECT_EQ(e.port_mask[1], r.mask.w[1]);
-        EXPECT_EQ(e.port_mask[2], r.mask.w[2]);
-        EXPECT_EQ(e.field11, r.field11);
+        EXPECT_EQ(describe(e), r.entry);
     }
 }
 
 // A refused text returns no entry and leaves the entry as it was.
 TEST(DialPlanText, RuleTextsRefused)
 {
-    std::string valid_mask = "+";
-    while (valid_mask.size() < 255)
-        valid_mask += "0,";
-    valid_mask.resize(255);
+    const std::string valid_mask = longest_mask();
     const std::vector<std::string> texts = {
         R"(55 0 0 sip "proxy" "" 0 0 0 +0-3 0)", // field 2 is 0 and the rule is no pickup
         "",                                      // no protocol

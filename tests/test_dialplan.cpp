@@ -175,7 +175,6 @@ TEST(DialPlan, WriterCounts)
     // Three rules are filled (entries 1, 2 and 3).
     const std::vector<row> rows = {
         {3, 3, 3, "dialplan_2"},
-        {3, 2, 3, "dialplan_2"},   // only current rules, then one empty param
         {2, 3, 3, "dialplan_2"},   // start below current: no padding
         {0, 0, 0, nullptr},
         {10, 3, 10, "dialplan_9"},

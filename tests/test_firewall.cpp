@@ -72,12 +72,9 @@ TEST(FirewallRuleText, OutcomesAndErrorLines)
         {"10.0.0.1", {E + "Need src ip number", E + "Need protocol", E + "Need target"}, nullptr},
         // Further texts.
         {"", {E + "Need IP or 'all_src_ip'", E + "Need protocol", E + "Need target"}, nullptr},
-        {"   ", {E + "Need IP or 'all_src_ip'", E + "Need protocol", E + "Need target"}, nullptr},
         {"all_src_ip", {E + "Need protocol", E + "Need target"}, nullptr},
         {"all_src_ip tcp", {E + "Need port or 'all_src_ports'", E + "Need src ports number",
                             E + "Need port or 'all_dst_ports'", E + "Need dst ports number", E + "Need target"}, nullptr},
-        {"all_src_ip tcp 100", {E + "Need src ports number", E + "Need port or 'all_dst_ports'",
-                                E + "Need dst ports number", E + "Need target"}, nullptr},
         {"all_src_ip tcp 100 0 all_dst_ports drop", {E + "Src ports number < 1"}, nullptr},
         {"all_src_ip tcp all_src_ports 80 -1 drop", {E + "Dst ports number < 1"}, nullptr},
         {"all_src_ip tcp all_src_ports 65000 537 drop", {E + "Invalid dst ports number"}, nullptr},
@@ -91,15 +88,11 @@ TEST(FirewallRuleText, OutcomesAndErrorLines)
         {"all_src_ip udp 1 4294967296 all_dst_ports accept", {E + "Invalid src ports number"}, nullptr},
         {"all_src_ip TCP all_src_portsXYZ all_dst_portz accept", {}, "all_src_ip TCP all_src_ports all_dst_ports ACCEPT"},
         {"all_src_ip icmp", {E + "Need type of msg (ICMP)", E + "Need target"}, nullptr},
-        {"all_src_ip icmp echo", {E + "Need target"}, nullptr},
         {"10.0.0.0/8 abc any drop", {}, "10.0.0.0/8 0 any DROP"},
         {"10.0.0.0 -1 any drop", {}, "10.0.0.0 4294967295 any DROP"},
         {"  1.2.3.4   99   UDP  1 65535   2 10  ReJeCt  trailing tokens", {}, "1.2.3.4 99 UDP 1 65535 2 10 REJECT"},
-        {"all_src_ip ANY accept", {}, "all_src_ip any ACCEPT"},
         // Only spaces separate: a tab stays inside its token.
         {"all_src_ip\tany accept", {E + "Need protocol", E + "Need target"}, nullptr},
-        // A failure before the protocol skips the ports: the next token is the target.
-        {"1.1.1.1", {E + "Need src ip number", E + "Need protocol", E + "Need target"}, nullptr},
         {"all_src_ip udp65 1 1 2 2 drop", {E + "Unknown protocol", E + "Unknown target"}, nullptr},
         {long_ip + " 7 any accept", {}, "999999999999999999999999999999 7 any ACCEPT"},
     };
@@ -125,22 +118,16 @@ TEST(FirewallRuleText, OutcomesAndErrorLines)
     }
 }
 
+// What the text form cannot show: the "all" switches, the in-place split,
+// what a failed rule keeps and how over-long words are cut.
 TEST(FirewallRuleText, MembersOfAcceptedAndFailedRules)
 {
     char tcp[] = "192.168.1.10 4 tcp 1000 10 all_dst_ports drop";
     firewall_rule_t rule;
     firewall_rule_string_to_t(tcp, &rule);
-    EXPECT_STREQ(rule.src_ip, "192.168.1.10");
-    EXPECT_EQ(rule.src_ip_number, 4u);
     EXPECT_EQ(rule.all_src_ip, 0);
-    EXPECT_STREQ(rule.protocol, "TCP");
-    EXPECT_EQ(rule.src_port, 1000);
-    EXPECT_EQ(rule.src_ports_number, 10);
     EXPECT_EQ(rule.all_src_ports, 0);
     EXPECT_EQ(rule.all_dst_ports, 1);
-    EXPECT_EQ(rule.dst_port, 0);
-    EXPECT_STREQ(rule.target, "DROP");
-    EXPECT_STREQ(rule.icmp_type, "");
     EXPECT_EQ(tcp[12], '\0');   // split in place
 
     // A failed rule keeps what it set, with valid 0; over-long words are cut.
@@ -188,9 +175,7 @@ TEST(FirewallRules, HandlerSlotsAndClearing)
     EXPECT_EQ(std::memcmp(&image->firewall.rules[0], &empty, sizeof empty), 0);
     EXPECT_EQ(std::memcmp(&image->firewall.rules[3], &empty, sizeof empty), 0);
     EXPECT_EQ(image->firewall.rules[5].valid, 1);    // not named: kept
-    EXPECT_EQ(image->firewall.rules[7].valid, 1);
     EXPECT_EQ(image->firewall.rules[7].src_port, 5060);
-    EXPECT_EQ(image->firewall.rules[9].valid, 1);
     EXPECT_STREQ(image->firewall.rules[9].icmp_type, "echo");
     EXPECT_EQ(image->firewall.rules[29].valid, 0);
     EXPECT_STREQ(image->firewall.rules[29].protocol, "gre");
@@ -238,7 +223,6 @@ TEST(FirewallRules, WritersAndRoundTrip)
 
     // One rule, with the given number, unchecked.
     const auto one = support::write([&](uint8_t **cur) { return firewall_to_file(cur, 7, &image->firewall.rules[7]); });
-    ASSERT_EQ(one.message.nodes.size(), 1u);
     EXPECT_EQ(one.node().path, "config.Network.rules");
     EXPECT_EQ(support::names(one.node()), std::vector<std::string>{"rule_7"});
     EXPECT_EQ(support::value(one.node(), "rule_7"), "all_src_ip ICMP echo-request DROP");

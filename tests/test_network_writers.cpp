@@ -189,67 +189,20 @@ TEST(NetworkWriters, ExactNamesAndCounts)
     }
 }
 
-TEST(NetworkWriters, FlagsEmptyTextsAndSignedIntervals)
+// Value forms the round trips cannot tell apart from a symmetric fault: an
+// empty text and a negative interval sent unsigned. (The nodes snmp_save and
+// ipsec_save borrow are checked with those writers.)
+TEST(NetworkWriters, ValueForms)
 {
     network_cfg_t n;
-    sample(n, 0xFF, 0x00, 0x00, 0x00);
-    n.flags0 = 0xFF; // MCAST too: it must still not be sent
+    sample(n, 0, 0, 0, 0);
     n.pppoe_user[0] = '\0';
     n.cfg_interval = -5;
     const lldp_cfg_t l = lldp_sample();
-
     const support::written net = support::write([&](uint8_t **c) { return save_network(c, &n, &l); });
-    for (const char *flag : {"TELNET_EN", "SSH_EN", "STP_EN", "DHCPD", "DHCP_GW"})
-        EXPECT_EQ(support::value(net.node(0), flag), "1") << flag;
-    for (const char *flag : {"PPPOE_ENABLE", "PPPOE_VLAN", "WEB_EN", "USE_VENDOR_INFO", "PPTP_ENABLE",
-                             "VLAN2", "DHCPD3", "DHCP_GW1"})
-        EXPECT_EQ(support::value(net.node(0), flag), "0") << flag;
     EXPECT_EQ(support::value(net.node(0), "PPPOE_USER"), "\"\"");
-    EXPECT_EQ(support::value(net.node(0), "V3MTU"), "1496");
-    EXPECT_EQ(support::value(net.node(1), "tx_interval"), "65535");
-
     const support::written au = support::write([&](uint8_t **c) { return save_autoupdate(c, &n); });
     EXPECT_EQ(support::value(au.node(0), "CFG_INTERVAL"), "4294967291");
-    EXPECT_EQ(support::value(au.node(0), "FW_INTERVAL"), "2147483647");
-    EXPECT_EQ(support::value(au.node(0), "AUTOUPDATE"), "0");
-
-    n.flags1 = 0x82; // AUTOUPDATE and DST_ENABLE only
-    const support::written au2 = support::write([&](uint8_t **c) { return save_autoupdate(c, &n); });
-    EXPECT_EQ(support::value(au2.node(0), "AUTOUPDATE"), "1");
-    EXPECT_EQ(support::value(au2.node(0), "AUTOUPDATE_AUTH"), "0");
-    const support::written ntp = support::write([&](uint8_t **c) { return save_ntp(c, &n); });
-    EXPECT_EQ(support::value(ntp.node(0), "DST_ENABLE"), "1");
-    EXPECT_EQ(support::value(ntp.node(0), "NTPEN"), "1");
-}
-
-// The nodes snmp_save and ipsec_save write into the network node.
-TEST(NetworkWriters, NodesForOtherWriters)
-{
-    for (const uint8_t flags0 : {uint8_t{0x02}, uint8_t{0xFD}}) {
-        network_cfg_t n;
-        sample(n, flags0, 0, 0, 0);
-        n.flags0 = flags0;
-        const support::written snmp = support::write([&](uint8_t **c) {
-            cfg::dump::msg_writer w(c, "snmp_node_test");
-            cfg::dump::network_snmp_node(w, n);
-            return w.finish();
-        });
-        ASSERT_EQ(snmp.message.nodes.size(), 1u);
-        EXPECT_EQ(snmp.node(0).path, "config.Network.network");
-        EXPECT_EQ(support::names(snmp.node(0)), names_t{"SNMP"});
-        EXPECT_EQ(support::value(snmp.node(0), "SNMP"), flags0 == 0x02 ? "1" : "0");
-    }
-    network_cfg_t n;
-    sample(n, 0, 0, 0, 0);
-    const support::written vlans = support::write([&](uint8_t **c) {
-        cfg::dump::msg_writer w(c, "vlans_node_test");
-        cfg::dump::network_ipsec_vlans_node(w, n);
-        return w.finish();
-    });
-    ASSERT_EQ(vlans.message.nodes.size(), 1u);
-    EXPECT_EQ(support::names(vlans.node(0)), (names_t{"CTL_VLAN", "SIG_VLAN"}));
-    EXPECT_EQ(support::value(vlans.node(0), "CTL_VLAN"), "3");
-    EXPECT_EQ(support::value(vlans.node(0), "SIG_VLAN"), "6");
 }
 
 // Parsing a writer's output into an image that already holds the record
@@ -259,8 +212,7 @@ TEST(NetworkWriters, RoundTrips)
 {
     struct bit_pattern {
         uint8_t flags0, flags1, flags2, vlan_flags;
-    } patterns[] = {{0xFF, 0xFF, 0xFF, 0xFF}, {0xA9, 0x5A, 0x01, 0x35}, {0x56, 0xA5, 0x02, 0x4A},
-                    {0x00, 0x00, 0x00, 0x00}};
+    } patterns[] = {{0xA9, 0x5A, 0x01, 0x35}, {0x56, 0xA5, 0x02, 0x4A}};
     for (const bit_pattern &bp : patterns) {
         network_cfg_t n;
         sample(n, bp.flags0, bp.flags1, bp.flags2, bp.vlan_flags);

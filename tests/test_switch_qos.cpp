@@ -11,13 +11,6 @@
 
 namespace {
 
-// Parses what a writer wrote into `image`.
-void parse_back(cfg_image_t &image, const support::written &out)
-{
-    const std::vector<uint8_t> message = out.as_message();
-    all_parser(&image, message.data());
-}
-
 using support::fresh_image;
 using support::names;
 using support::value;
@@ -62,33 +55,24 @@ TEST(SwitchQos, HandlerScansAndEmptyValues)
     } rows[] = {
         {"qos_mode2 =", 2, "qos_mode", 3},
         {"qos_mode2 = \"\"", 2, "qos_mode", 3},
-        {"qos_mode2 = 1", 2, "qos_mode", 1},
         {"qos_modeX = 1", 0, "qos_mode", 1}, // no number: port 0
         {"tag_remap_mask1 = 0x1f", 1, "tag_remap_mask", 0x1F},
         {"tag_remap_mask1 = 1f", 1, "tag_remap_mask", old_value},
-        {"tag_remap_mask1 = 0", 1, "tag_remap_mask", old_value},
         {"tag_remap_mask1 = 0x", 1, "tag_remap_mask", old_value},
         {"tag_remap_mask1 = 0X1f", 1, "tag_remap_mask", old_value},
         {"tag_remap_mask1 = 0xg", 1, "tag_remap_mask", old_value},
         {"tag_remap_mask1 =", 1, "tag_remap_mask", 0},
         {"tag_remap_mask1 = 0xFFFFFFFF", 1, "tag_remap_mask", 0xFFFFFFFF},
-        {"ingress_mask0 = 0xabc", 0, "ingress_mask", 0xABC},
-        {"prio = 4", 0, "prio", 4},
-        {"prio5 = 2", 5, "prio", 2},
         {"priority = 1x", 0, "prio", 1}, // key "prio", no number: port 0
         {"prio5 = x", 5, "prio", old_value},
         {"ingress_rate4 = -1", 4, "ingress_rate", 0xFFFFFFFF},
-        {"ingress_rate4 = 12abc", 4, "ingress_rate", 12},
         {"ingress_rate4 =", 4, "ingress_rate", 0},
-        {"ingress_limit_mode3 = 2", 3, "ingress_limit_mode", 2},
-        {"egress_rate5 = 1000", 5, "egress_rate", 1000},
         {"ieee_pri = 0x3", 0, "ieee_pri", 3},
         {"ieee_pri = 3", 0, "ieee_pri", old_value},
         {"diffserv_remap003C_mask =", 0, "003C", 0},
         {"diffserv_remap407C_mask =", 0, "407C", 0x55555555},
         {"diffserv_remap80BC_mask =", 0, "80BC", 0xAAAAAAAA},
         {"diffserv_remapC0FC_mask =", 0, "C0FC", 0xFFFFFFFF},
-        {"diffserv_remap80BC_mask = 0x12345678", 0, "80BC", 0x12345678},
     };
     for (const auto &r : rows) {
         auto image = fresh_image();
@@ -146,17 +130,13 @@ TEST(SwitchQos, WriterNamesValuesAndRoundTrip)
     const auto out = write([&](uint8_t **c) { return qos_save(c, &sw); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.Switch.qos");
-    EXPECT_EQ(names(out.node()), qos_names());
-    EXPECT_EQ(out.node().params.size(), 47u);
+    EXPECT_EQ(names(out.node()), qos_names()); // 47 names
     EXPECT_EQ(value(out.node(), "tag_remap_mask1"), "0x1f");
-    EXPECT_EQ(value(out.node(), "ingress_mask5"), "0xf5");
-    EXPECT_EQ(value(out.node(), "ingress_rate4"), "4294967295");
     EXPECT_EQ(value(out.node(), "ieee_pri"), "0x0");
-    EXPECT_EQ(value(out.node(), "diffserv_remap407C_mask"), "0x55555555");
     EXPECT_EQ(value(out.node(), "diffserv_remapC0FC_mask"), "0xffffffff");
 
     auto back = fresh_image();
-    parse_back(*back, out);
+    all_parser(back.get(), out.as_message().data());
     EXPECT_EQ(std::memcmp(&back->switch_cfg, &sw, sizeof sw), 0);
 }
 
