@@ -86,6 +86,7 @@ TEST(FirewallRuleText, OutcomesAndErrorLines)
         // Numbers beyond 32 bits never wrap into the port range.
         {"all_src_ip udp 4294967297 1 all_dst_ports accept", {E + "Invalid src start port", E + "Need src ports number"}, nullptr},
         {"all_src_ip udp 1 4294967296 all_dst_ports accept", {E + "Invalid src ports number"}, nullptr},
+        {"all_src_ip udp 2 99999999999999999999 all_dst_ports accept", {E + "Invalid src ports number"}, nullptr},
         {"all_src_ip TCP all_src_portsXYZ all_dst_portz accept", {}, "all_src_ip TCP all_src_ports all_dst_ports ACCEPT"},
         {"all_src_ip icmp", {E + "Need type of msg (ICMP)", E + "Need target"}, nullptr},
         {"10.0.0.0/8 abc any drop", {}, "10.0.0.0/8 0 any DROP"},

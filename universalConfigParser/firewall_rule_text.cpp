@@ -160,7 +160,8 @@ void parse_ports(rule_parse &r, const port_words &words, uint16_t &port, uint16_
     const long long n = integer(token);
     if (n < 1)
         return r.fail(words.number_below_1);
-    if (port + n - 1 > 65535)
+    // Compared without adding, so that a huge count cannot overflow.
+    if (n - 1 > 65535 - static_cast<long long>(port))
         return r.fail(words.invalid_number);
     number = static_cast<uint16_t>(n);
 }

@@ -47,7 +47,8 @@ void store_word(char (&field)[N], std::string_view word) noexcept
 {
     static_assert(N > 0);
     const std::size_t n = word.size() < N - 1 ? word.size() : N - 1;
-    std::memcpy(field, word.data(), n);
+    if (n > 0) // an empty view may carry no pointer at all
+        std::memcpy(field, word.data(), n);
     std::memset(field + n, 0, N - n);
 }
 
