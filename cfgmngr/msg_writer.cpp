@@ -4,10 +4,10 @@
 
 namespace cfg::dump {
 
-msg_writer::msg_writer(uint8_t **cursor, const char *writer, std::source_location where) noexcept
+msg_writer::msg_writer(uint8_t **cursor, const char *writer, int line) noexcept
     : cursor_(cursor), writer_(writer)
 {
-    cfg_trace(4, "%s %d\n", writer_, static_cast<int>(where.line()));
+    cfg_trace(4, "%s %d\n", writer_, line);
     **cursor_ = wire::operation_write;
     ++*cursor_;
     running_ = 1;
@@ -64,12 +64,12 @@ uint32_t msg_writer::running() noexcept
     return running_;
 }
 
-int msg_writer::finish(std::source_location where) noexcept
+int msg_writer::finish(int line) noexcept
 {
     close_node();
     **cursor_ = 0;
     ++running_;
-    cfg_trace(4, "%s %d\n", writer_ != nullptr ? writer_ : "", static_cast<int>(where.line()));
+    cfg_trace(4, "%s %d\n", writer_ != nullptr ? writer_ : "", line);
     return static_cast<int>(running_);
 }
 

@@ -17,15 +17,15 @@
 
 #include <cstdint>
 #include <cstring>
-#include <source_location>
 
 namespace cfg::dump {
 
 class msg_writer {
 public:
     // Starts a frame: traces the writer's entry and writes the operation byte.
-    msg_writer(uint8_t **cursor, const char *writer,
-               std::source_location where = std::source_location::current()) noexcept;
+    // `line` is the caller's source line, for the trace (__builtin_LINE works
+    // on every compiler we build with, std::source_location not yet).
+    msg_writer(uint8_t **cursor, const char *writer, int line = __builtin_LINE()) noexcept;
 
     // Continues params inside a node that the caller has opened (for writers
     // that add params to another writer's node and return the running count).
@@ -58,7 +58,7 @@ public:
 
     // Ends the frame: terminating 0 byte (counted, cursor not stepped), exit
     // trace; returns the bytes written.
-    int finish(std::source_location where = std::source_location::current()) noexcept;
+    int finish(int line = __builtin_LINE()) noexcept;
 
     // Closes the open node (fills in its count) and returns the running count,
     // for writers that hand the count on instead of ending a frame.
