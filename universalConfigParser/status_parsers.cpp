@@ -17,6 +17,8 @@ constexpr uint32_t switch_groups_offset = 13;
 constexpr int switch_skipped_group = 4; // kept as it was
 constexpr uint32_t fxs_block_offset = 15;
 constexpr uint32_t fxs_block_size = 671;
+static_assert(sizeof(cfg_image_t::fxs_statistics[0]) == fxs_block_size,
+              "a port's statistics block is copied whole");
 constexpr uint32_t number_offset = 19;
 constexpr uint32_t version_offset = 13;
 constexpr uint32_t kind_offset = 15;
