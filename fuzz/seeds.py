@@ -144,6 +144,17 @@ def main():
         write_seed(folders["msgtext_decode"], msg)
     write_seed(folders["all_parser"], bytes([64]) + sample[1:])
 
+    # Dictionary of fuzz_all_parser: every path and param name of the example
+    # configuration, alone and with its 16-bit length in front.
+    words = sorted({n for n, _ in text_params(full_text)} |
+                   set(re.findall(r"^\[(.*)\]$", full_text, re.M)))
+    with open(os.path.join(out, "all_parser.dict"), "w") as f:
+        for word in words:
+            raw = word.encode("latin-1")
+            for entry in (raw, struct.pack("<H", len(raw)) + raw):
+                f.write('"' + "".join(chr(b) if 0x20 <= b < 0x7F and b not in b'"\\' else "\\x%02X" % b
+                                      for b in entry) + '"\n')
+
     # Texts: whole, and one node block (with the header lines) per text.
     for text in [full_text, sample_text]:
         write_seed(folders["msgtext_text"], text)
