@@ -1,7 +1,8 @@
 // all_parser on a whole message. The body length field is set to the bytes
 // that follow the header, so that every input is a message the parser may
 // receive and the fuzzer spends its time inside the nodes. Header word 0,
-// which the parser does not read, picks max_ports (0 gives 72).
+// which the parser does not read, picks max_ports: 0 gives 72, n gives n - 1
+// (the application may set any count; the port lists stop at 72).
 #include "check.h"
 
 #include <cfgparser.h>
@@ -29,7 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 
     // Zero-filled for every input, so that a crash replays from its input alone.
     std::memset(&image, 0, sizeof image);
-    image.max_ports = CFG_MAX_PORTS - data[0] % (CFG_MAX_PORTS + 1);
+    const uint32_t word0 = static_cast<uint32_t>(data[0]) | (static_cast<uint32_t>(data[1]) << 8) |
+                           (static_cast<uint32_t>(data[2]) << 16) | (static_cast<uint32_t>(data[3]) << 24);
+    image.max_ports = word0 == 0 ? CFG_MAX_PORTS : word0 - 1;
     all_parser(&image, message.data());
     fuzz::check(fuzz::lock_is_free(), "RWlockCfg held after all_parser");
     return 0;

@@ -1,7 +1,7 @@
 // cfgpars_string_from0_to_mask and cfg_mask_to_string. The first input byte
-// is max_ports (0..96), the rest the mask text. A refused text leaves the
+// is max_ports (0..255), the rest the mask text. A refused text leaves the
 // mask as it was; a taken one, written back as text and read again, keeps
-// every position below max_ports (1..96).
+// every position below max_ports (a mask has 96 positions at most).
 #include "check.h"
 #include "text_input.h"
 
@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     if (size < 1)
         return -1;
-    const uint32_t max_ports = data[0] % 97;
+    const uint32_t max_ports = data[0];
     const auto text = fuzz::text_input(data + 1, size - 1);
 
     const uint32_t untouched[3] = {0x12345678u, 0x9abcdef0u, 0x0f0f0f0fu};
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     cfg_mask_to_string(mask, out, 4, max_ports);
     uint32_t back[3] = {0, 0, 0};
     fuzz::check(cfgpars_string_from0_to_mask(out, back, max_ports) == 0, "the written mask text is refused");
-    for (uint32_t k = 0; k < max_ports; ++k)
+    for (uint32_t k = 0; k < max_ports && k < 96; ++k)
         fuzz::check(((mask[k / 32] >> (k % 32)) & 1u) == ((back[k / 32] >> (k % 32)) & 1u),
                     "mask -> text -> mask lost a position");
     return 0;

@@ -66,7 +66,7 @@ PORT_STRINGS = ["1 0 1 0 0 1", "1,1,1,1,1,1", "1 10 0 0 0 0", "2 1 1 1 1 1", "1 
                 "", "111111", "-1 1 1 1 1 1", "1 a 1 b 1 c", "1 4294967297 1"]
 
 # Port counts put in front of the converters' texts.
-PORT_COUNTS = [8, 16, 72, 96]
+PORT_COUNTS = [8, 16, 72, 96, 200]
 
 
 def write_seed(folder, data):
@@ -137,12 +137,14 @@ def main():
         sample_text = f.read()
 
     # Messages: whole, and one node per message (small inputs fuzz faster).
-    # Header word 0 picks max_ports in fuzz_all_parser: 0 gives 72, 64 gives 8.
+    # Header word 0 picks max_ports in fuzz_all_parser: 0 gives 72, n gives n - 1.
     nodes = message_nodes(full) + message_nodes(sample)
     for msg in [full, sample] + [framed([n]) for n in nodes]:
         write_seed(folders["all_parser"], msg)
         write_seed(folders["msgtext_decode"], msg)
-    write_seed(folders["all_parser"], bytes([64]) + sample[1:])
+    for word0 in (1, 9, 101):
+        write_seed(folders["all_parser"], bytes([word0]) + sample[1:])
+        write_seed(folders["all_parser"], bytes([word0]) + full[1:])
 
     # Dictionary of fuzz_all_parser: every path and param name of the example
     # configuration, alone and with its 16-bit length in front.
@@ -194,7 +196,7 @@ def main():
         for text in masks:
             write_seed(folders["port_mask"], bytes([count]) + text.encode("latin-1"))
         for text in groups:
-            write_seed(folders["group_ports"], bytes([min(count, 72)]) + text.encode("latin-1"))
+            write_seed(folders["group_ports"], bytes([min(count, 100)]) + text.encode("latin-1"))
     # A damaged group record (top bit of the first byte): ports and a count past the list.
     write_seed(folders["group_ports"], bytes([0x80]) + struct.pack("<I", 4000000000) * 150)
 
