@@ -2,7 +2,9 @@
 // that follow the header, so that every input is a message the parser may
 // receive and the fuzzer spends its time inside the nodes. Header word 0,
 // which the parser does not read, picks max_ports: 0 gives 72, n gives n - 1
-// (the application may set any count; the port lists stop at 72).
+// (the application may set any count; the port lists stop at 72). After
+// every input RWlockCfg must be free, and every hunt group may only hold
+// ports below max_ports, at most 72 of them.
 #include "check.h"
 
 #include <cfgparser.h>
@@ -14,6 +16,18 @@
 namespace {
 
 cfg_image_t image;
+
+bool group_ports_in_range(const groups_cfg_t &groups, uint32_t max_ports) noexcept
+{
+    for (const group_cfg_t &g : groups.entries) {
+        if (g.port_count > CFG_MAX_PORTS)
+            return false;
+        for (uint32_t i = 0; i < g.port_count; ++i)
+            if (g.port_list[i] >= max_ports)
+                return false;
+    }
+    return true;
+}
 
 } // namespace
 
@@ -35,5 +49,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     image.max_ports = word0 == 0 ? CFG_MAX_PORTS : word0 - 1;
     all_parser(&image, message.data());
     fuzz::check(fuzz::lock_is_free(), "RWlockCfg held after all_parser");
+    fuzz::check(group_ports_in_range(image.groups, image.max_ports) &&
+                    group_ports_in_range(image.fxo_groups, image.max_ports),
+                "a hunt group holds a port past max_ports");
     return 0;
 }
