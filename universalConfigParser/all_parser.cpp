@@ -25,7 +25,8 @@ constexpr const char *pattern_text[pattern_count] = {
 };
 
 // The patterns are compiled once, on first use (thread-safe static
-// initialisation), and kept for the life of the process. Matching a cached
+// initialisation), and kept for the life of the process. One that could not
+// be compiled then (memory exhausted) is compiled at each match instead. Matching a cached
 // pattern gives the same result as compiling it for every call. Each is also
 // studied once (with the JIT where libpcre has it), which only speeds up the
 // matching; where study gives nothing, the pattern is matched as compiled.
@@ -77,6 +78,9 @@ void match_patterns(node &n) noexcept
         if (re != nullptr)
             n.matches[i] = match::run(re, patterns().studied[i], n.path, static_cast<int>(path.size()),
                                       &n.substrings[i]);
+        else // not compiled (no memory at the time): compiled for this match alone
+            n.matches[i] = pcre_preg_match(pattern_text[i], n.path, static_cast<int>(path.size()),
+                                           &n.substrings[i]);
     }
 }
 
