@@ -75,10 +75,16 @@ protected:
             dup2(o, STDOUT_FILENO);
             dup2(e, STDERR_FILENO);
             const std::string path = tool().string();
-            std::vector<char *> argv{const_cast<char *>(path.c_str())};
+            std::vector<char *> argv;
+#ifdef CFGMSG_RUNNER
+            // Cross-built: the tool runs under the emulator that runs these tests.
+            static const char *const runner[] = {CFGMSG_RUNNER};
+            for (const char *word : runner) argv.push_back(const_cast<char *>(word));
+#endif
+            argv.push_back(const_cast<char *>(path.c_str()));
             for (const std::string &a : args) argv.push_back(const_cast<char *>(a.c_str()));
             argv.push_back(nullptr);
-            execv(path.c_str(), argv.data());
+            execv(argv[0], argv.data());
             _exit(127);
         }
         result r;

@@ -41,6 +41,11 @@ TEST(GroupPortsText, AcceptedAndRefusedTexts)
         {" 1,+2", 8, 0, {1, 2}, ""},
         {"0,8", 8, -1, {5, 6}, "ARG error!!! s = 8  max_ports = 8"},
         {"-1", 8, -1, {5, 6}, "ARG error!!! s = -1  max_ports = 8"},
+        // Out-of-range numbers are reported held at the int limits, whatever
+        // the width of long.
+        {"4294967297", 8, -1, {5, 6}, "ARG error!!! s = 2147483647  max_ports = 8"},
+        {"1,-4294967297", 8, -1, {5, 6}, "ARG error!!! s = -2147483648  max_ports = 8"},
+        {"99999999999999999999", 8, -1, {5, 6}, "ARG error!!! s = 2147483647  max_ports = 8"},
         {"0;3", 8, -1, {5, 6}, "cfgpars_group_ports_string_to_t: Syntax error"},
         {"0 ,3", 8, -1, {5, 6}, "Syntax error"},
         {",", 8, -1, {5, 6}, ""},

@@ -1,5 +1,7 @@
 // The port list of a hunt group as text: decimal port numbers separated by
 // ",", a trailing "," allowed, the empty text being the empty list.
+#include "universalConfigParser/text_numbers.h"
+
 #include <cfgparser.h>
 
 #include <algorithm>
@@ -37,13 +39,16 @@ int cfgpars_group_ports_string_to_t(group_cfg_t *group, const char *text,
     const char *at = text;
     while (*at != '\0') {
         char *end = nullptr;
-        const long n = std::strtol(at, &end, 10);
+        // Read as 64 bits on every target and reported held at the int
+        // limits: the report shows what a 32-bit strtol gives, also where
+        // long has 64 bits (whose low half would show 4294967297 as 1).
+        const long long n = std::strtoll(at, &end, 10);
         if (end == at)
             return -1; // no digits here
         // Compared unsigned: a negative number counts as too large.
-        if (n < 0 || static_cast<unsigned long>(n) >= image->max_ports) {
+        if (n < 0 || static_cast<unsigned long long>(n) >= image->max_ports) {
             cfg_trace(1, "%s: ARG error!!! s = %d  max_ports = %d",
-                      "cfgpars_group_ports_string_to_t", static_cast<int>(n),
+                      "cfgpars_group_ports_string_to_t", cfg::numbers::held_int32(n),
                       static_cast<int>(image->max_ports));
             return -1;
         }
