@@ -53,7 +53,7 @@ std::vector<std::size_t> node_starts(const std::vector<uint8_t> &message)
 {
     std::vector<std::size_t> starts;
     std::size_t at = 13;
-    while (at + 2 <= message.size() && message.size() - at >= 2) {
+    while (at + 2 <= message.size()) {
         starts.push_back(at);
         const std::size_t path = get_u16(message, at);
         at += 2 + path;
