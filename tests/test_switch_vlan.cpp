@@ -72,7 +72,6 @@ TEST(SwitchVlan, HandlerStoresNumbersByKeyAndIndex)
         {"im1 = 3", 1, "im", 0},
         {"eg1 = 4", 1, "eg", 0},
         {"enable5 = yes", 5, "enable", 1},
-        {"enable5 = Y", 5, "enable", 0},
         {"ov0 = 7", 0, "ov", 1},
         {"ov0 = \"\"", 0, "ov", 0},
         {"vid 4 = 12", 4, "vid", 12},       // blanks before the number are skipped
@@ -146,13 +145,9 @@ TEST(SwitchVlan, WriterNamesValuesAndRoundTrip)
     auto image = fresh_image();
     switch_cfg_t &sw = image->switch_cfg;
     for (int i = 0; i < CFG_SWITCH_PORTS; ++i) {
+        const auto u = static_cast<uint32_t>(i);
         switch_vlan_t &v = sw.vlan[i];
-        v.enable = i % 2;
-        v.eg = static_cast<uint32_t>(i % 4);
-        v.portmask = 0x3Fu >> i;
-        v.vid = 4095u - static_cast<uint32_t>(i);
-        v.ov = (i + 1) % 2;
-        v.im = static_cast<uint32_t>(i % 3);
+        v = switch_vlan_t{i % 2, u % 4, 0x3Fu >> i, 4095u - u, (i + 1) % 2, u % 3, {}, {}, {}, {}};
         std::strncpy(v.portmode, i == 0 ? "" : "trunk", sizeof v.portmode);
         std::strncpy(v.backup_port, i == 5 ? "1234567" : "", sizeof v.backup_port);
         std::strncpy(v.preemption, "off", sizeof v.preemption);
