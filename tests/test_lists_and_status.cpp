@@ -55,12 +55,10 @@ TEST(Recount, CountsFilledEntriesAndClearsMarkers)
         const char *list;
         uint32_t start, current, expected;
     } rows[] = {
-        {"routes", im.routes.start, im.routes.current, 3},
-        {"groups", im.groups.start, im.groups.current, 1},
+        {"routes", im.routes.start, im.routes.current, 3},     {"groups", im.groups.start, im.groups.current, 1},
         {"fxo groups", im.fxo_groups.start, im.fxo_groups.current, 2},
-        {"hosts", im.hosts.start, im.hosts.current, 1},
+        {"hosts", im.hosts.start, im.hosts.current, 1},       {"limits", im.limits.start, im.limits.current, 1},
         {"mac filter", im.mac_filter.start, im.mac_filter.current, 1},
-        {"limits", im.limits.start, im.limits.current, 1},
         {"dial plan 6", im.dialplans[6].start, im.dialplans[6].current, 1},
         {"dial plan 0", im.dialplans[0].start, im.dialplans[0].current, 0},
         {"firewall", im.firewall.start, im.firewall.current, 1},

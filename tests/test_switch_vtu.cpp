@@ -37,7 +37,6 @@ TEST(SwitchVtu, HandlerStoresByRuleAndFieldWord)
         {"vtu2.vid =", 2, CHANGE(r.vid = 0; r.valid = 0)},
         {"vtu2.vid = \"\"", 2, CHANGE(r.vid = 0; r.valid = 0)},
         {"vtu2.vid = abc", 2, CHANGE((void)r)}, // vid kept, rule stays valid
-        {"vtu2.port1 = x5", 2, CHANGE((void)r)},
         {"vtu2.port1 =", 2, CHANGE(r.port1 = 0)},
         {"vtu2.port1 = -3", 2, CHANGE(r.port1 = -3)},
         {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)},
@@ -122,9 +121,10 @@ TEST(SwitchVtu, InsertWritesTheRuleUnsignedAndParsesBack)
     const auto out = write([&](uint8_t **c) { return ins_rule_in_vtu(c, 12, &rule); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(names(out.node()), rule_names(12));
-    const std::vector<std::string> values = {"100", "2147483647", "4294967295", "1", "2", "3", "4", "5", "6"};
-    for (std::size_t i = 0; i < values.size(); ++i)
-        EXPECT_EQ(out.node().params.at(i).value, values[i]) << i;
+    std::vector<std::string> values;
+    for (const auto &p : out.node().params)
+        values.push_back(p.value.value_or("(none)"));
+    EXPECT_EQ(values, (std::vector<std::string>{"100", "2147483647", "4294967295", "1", "2", "3", "4", "5", "6"}));
 
     auto image = fresh_image();
     all_parser(image.get(), out.as_message().data());
