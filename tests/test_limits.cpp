@@ -51,15 +51,13 @@ TEST(LimitsHandler, Entries)
         parse(*image, "[config.VOIP.limits]\n" + r.param + "\n");
         EXPECT_NE(l.updated, 0u);
         for (int i = 0; i < CFG_LIMITS; ++i) {
-            if (i == r.entry) {
+            const bool hit = i == r.entry;
+            if (hit)
                 EXPECT_EQ(l.target[i], r.target) << r.param;
-                EXPECT_EQ(l.value[i], r.value) << r.param;
-                EXPECT_EQ(l.not_proxy[i], r.not_proxy) << r.param;
-            } else {
+            else
                 EXPECT_EQ(std::memcmp(l.target[i], before.target[i], sizeof l.target[i]), 0) << r.param << " entry " << i;
-                EXPECT_EQ(l.value[i], before.value[i]) << r.param << " entry " << i;
-                EXPECT_EQ(l.not_proxy[i], before.not_proxy[i]) << r.param << " entry " << i;
-            }
+            EXPECT_EQ(l.value[i], hit ? r.value : before.value[i]) << r.param << " entry " << i;
+            EXPECT_EQ(l.not_proxy[i], hit ? r.not_proxy : before.not_proxy[i]) << r.param << " entry " << i;
         }
     }
 }

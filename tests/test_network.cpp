@@ -1,11 +1,7 @@
 // Network settings and LLDP: the key table of "config.Network.network"
 // (prefix order, ranges and defaults, flags, texts, scanned intervals, the
-// language) and the five writers of the record (name lists, values, round
-// trips through the parser).
+// language). The writers are in test_network_writers.cpp.
 #include "support.h"
-
-#include "cfgdump/network_nodes.h"
-#include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 #include <gtest/gtest.h>
@@ -21,10 +17,7 @@ namespace {
 using support::fresh_image;
 using support::parse;
 
-std::string network_msg(const std::string &params)
-{
-    return "[config.Network.network]\n" + params + "\n";
-}
+std::string network_msg(const std::string &params) { return "[config.Network.network]\n" + params + "\n"; }
 
 // The record after a parse compared byte for byte with the expected one,
 // time-stamp aside. Records are copied with memcpy (copy), so padding bytes
@@ -44,10 +37,7 @@ void expect_same(const network_cfg_t &got, const network_cfg_t &want, const std:
     }
 }
 
-void copy(network_cfg_t &to, const network_cfg_t &from)
-{
-    std::memcpy(&to, &from, sizeof to);
-}
+void copy(network_cfg_t &to, const network_cfg_t &from) { std::memcpy(&to, &from, sizeof to); }
 
 // ---------------------------------------------------------------------------
 // Numbers: every range with its default, including defaults outside the range.
@@ -94,7 +84,6 @@ const range_row range_rows[] = {
 TEST(NetworkKeys, NumbersKeepTheirRangeAndFallBackToTheDefault)
 {
     for (const range_row &row : range_rows) {
-        const std::string zero_reads = (row.min <= 0 && 0 <= row.max) ? "0" : std::to_string(row.def);
         struct value_case {
             std::string param; // text after the key
             int64_t want;
@@ -103,8 +92,6 @@ TEST(NetworkKeys, NumbersKeepTheirRangeAndFallBackToTheDefault)
             {" = " + std::to_string(row.max), row.max},
             {" = " + std::to_string(row.min - 1), row.def},
             {" = " + std::to_string(row.max + 1), row.def},
-            {" = " + std::to_string(row.max) + "abc", row.max}, // reading stops at the letter
-            {" = x" + std::to_string(row.max), row.min <= 0 ? 0 : row.def}, // no digits read as 0
             {" =", row.def},
             {" = \"\"", row.def},
         };
@@ -116,17 +103,18 @@ TEST(NetworkKeys, NumbersKeepTheirRangeAndFallBackToTheDefault)
             parse(*image, std::string("[") + row.path + "]\n" + row.key + " = " + std::to_string(preset) + "\n");
             ASSERT_EQ(row.get(*image), preset) << row.key;
             parse(*image, std::string("[") + row.path + "]\n" + row.key + c.param + "\n");
-            EXPECT_EQ(row.get(*image), c.want) << row.key << c.param << " (zero reads as " << zero_reads << ")";
+            EXPECT_EQ(row.get(*image), c.want) << row.key << c.param;
         }
     }
 }
 
 TEST(NetworkKeys, LldpEnableIsACheckbox)
 {
+    // The checkbox reading itself is tested with the field converters.
     struct row {
         const char *value;
         uint8_t want;
-    } rows[] = {{"1", 1}, {"yes", 1}, {"2", 1}, {"0", 0}, {"Y", 0}, {"", 0}};
+    } rows[] = {{"yes", 1}, {"0", 0}, {"", 0}};
     for (const row &r : rows) {
         auto image = fresh_image();
         image->lldp.enable = static_cast<uint8_t>(1 - r.want);
@@ -150,30 +138,25 @@ struct flag_row {
 };
 
 const flag_row flag_rows[] = {
-    {"DHCPD", BITS(flags0), 0},          {"SNMP", BITS(flags0), 1},
-    {"MCAST", BITS(flags0), 2},          {"NTPEN", BITS(flags0), 3},
-    {"STP_EN", BITS(flags0), 4},         {"TELNET_EN", BITS(flags0), 5},
-    {"SSH_EN", BITS(flags0), 6},         {"DHCP_GW", BITS(flags0), 7},
-    {"PPPOE_ENABLE", BITS(flags1), 0},   {"AUTOUPDATE", BITS(flags1), 1},
-    {"WEB_EN", BITS(flags1), 2},         {"RADIUS_ENABLE", BITS(flags1), 3},
+    {"DHCPD", BITS(flags0), 0}, {"SNMP", BITS(flags0), 1}, {"MCAST", BITS(flags0), 2},
+    {"NTPEN", BITS(flags0), 3}, {"STP_EN", BITS(flags0), 4}, {"TELNET_EN", BITS(flags0), 5},
+    {"SSH_EN", BITS(flags0), 6}, {"DHCP_GW", BITS(flags0), 7}, {"PPPOE_ENABLE", BITS(flags1), 0},
+    {"AUTOUPDATE", BITS(flags1), 1}, {"WEB_EN", BITS(flags1), 2}, {"RADIUS_ENABLE", BITS(flags1), 3},
     {"USE_VENDOR_INFO", BITS(flags1), 4}, {"PPPOE_VLAN", BITS(flags1), 5},
     {"AUTOUPDATE_AUTH", BITS(flags1), 6}, {"DST_ENABLE", BITS(flags1), 7},
-    {"PPTP_ENABLE", BITS(flags2), 0},    {"PPTP_VLAN", BITS(flags2), 1},
-    {"VLAN1", BITS(vlan_if[0].flags), 0}, {"DHCPD1", BITS(vlan_if[0].flags), 1},
-    {"DHCP_GW1", BITS(vlan_if[0].flags), 2},
-    {"VLAN2", BITS(vlan_if[1].flags), 0}, {"DHCPD2", BITS(vlan_if[1].flags), 1},
-    {"DHCP_GW2", BITS(vlan_if[1].flags), 2},
-    {"VLAN3", BITS(vlan_if[2].flags), 0}, {"DHCPD3", BITS(vlan_if[2].flags), 1},
-    {"DHCP_GW3", BITS(vlan_if[2].flags), 2},
+    {"PPTP_ENABLE", BITS(flags2), 0}, {"PPTP_VLAN", BITS(flags2), 1},
+    {"VLAN1", BITS(vlan_if[0].flags), 0}, {"DHCPD1", BITS(vlan_if[0].flags), 1}, {"DHCP_GW1", BITS(vlan_if[0].flags), 2},
+    {"VLAN2", BITS(vlan_if[1].flags), 0}, {"DHCPD2", BITS(vlan_if[1].flags), 1}, {"DHCP_GW2", BITS(vlan_if[1].flags), 2},
+    {"VLAN3", BITS(vlan_if[2].flags), 0}, {"DHCPD3", BITS(vlan_if[2].flags), 1}, {"DHCP_GW3", BITS(vlan_if[2].flags), 2},
 };
 
 TEST(NetworkKeys, FlagsReplaceOnlyTheirBit)
 {
+    // The checkbox reading itself is tested with the field converters.
     struct value_case {
         const char *param; // text after the key
         bool on;
-    } cases[] = {{" = 1", true}, {" = yes", true}, {" = -1", true}, {" = 0", false},
-                 {" = Y", false}, {" =", false}, {" = \"\"", false}};
+    } cases[] = {{" = 1", true}, {" = 0", false}, {" =", false}, {" = \"\"", false}};
     for (const flag_row &row : flag_rows) {
         for (const value_case &c : cases) {
             for (const uint8_t start : {uint8_t{0x00}, uint8_t{0xFF}}) {

@@ -50,71 +50,40 @@ void fill(char (&field)[N], const char *tag)
 void sample(network_cfg_t &r, uint8_t flags0, uint8_t flags1, uint8_t flags2, uint8_t vlan_flags)
 {
     std::memset(&r, 0, sizeof r);
-    fill(r.ipaddr, "ip");
-    fill(r.netmask, "nm");
-    fill(r.gateway, "gw");
-    fill(r.broadcast, "bc");
-    fill(r.dnsip, "dns");
-    fill(r.reserved_dnsip, "rdns");
-    fill(r.ntpip, "ntp");
+    fill(r.ipaddr, "ip"), fill(r.netmask, "nm"), fill(r.gateway, "gw"), fill(r.broadcast, "bc");
+    fill(r.dnsip, "dns"), fill(r.reserved_dnsip, "rdns"), fill(r.ntpip, "ntp");
     r.ntp_interval = 3600;
     r.flags0 = static_cast<uint8_t>(flags0 & ~0x04); // MCAST is never sent
     r.flags1 = flags1;
     r.flags2 = static_cast<uint8_t>(flags2 & 0x03);
-    fill(r.autoupdate_src, "src");
-    fill(r.autoupdate_tftp, "tftp");
-    fill(r.autoupdate_cfg, "cfg");
-    fill(r.autoupdate_fw, "fw");
-    fill(r.autoupdate_proto, "pr");
-    fill(r.autoupdate_user, "au");
-    fill(r.autoupdate_pass, "ap");
-    fill(r.autoupdate_cfg_mode, "cm");
-    fill(r.autoupdate_fw_mode, "fm");
+    fill(r.autoupdate_src, "src"), fill(r.autoupdate_tftp, "tftp"), fill(r.autoupdate_cfg, "cfg");
+    fill(r.autoupdate_fw, "fw"), fill(r.autoupdate_proto, "pr"), fill(r.autoupdate_user, "au");
+    fill(r.autoupdate_pass, "ap"), fill(r.autoupdate_cfg_mode, "cm"), fill(r.autoupdate_fw_mode, "fm");
     r.cfg_interval = 86400;
     r.fw_interval = 2147483647;
-    fill(r.cfg_time, "ct");
-    fill(r.fw_time, "ft");
-    fill(r.pppoe_user, "pu");
-    fill(r.pppoe_password, "pp");
+    fill(r.cfg_time, "ct"), fill(r.fw_time, "ft"), fill(r.pppoe_user, "pu"), fill(r.pppoe_password, "pp");
     r.pppoe_vid = 4095;
     r.pppoe_mtu = 86;
-    fill(r.pptp_server, "ts");
-    fill(r.pptp_user, "tu");
-    fill(r.pptp_password, "tp");
+    fill(r.pptp_server, "ts"), fill(r.pptp_user, "tu"), fill(r.pptp_password, "tp");
+    fill(r.pptp_accesstype, "ta"), fill(r.pptp_ip, "ti"), fill(r.pptp_netmask, "tn");
+    fill(r.pptp_gw, "tg"), fill(r.pptp_dns, "td");
     r.pptp_vid = 17;
-    fill(r.pptp_accesstype, "ta");
     r.pptp_if_mtu = 1400;
-    fill(r.pptp_ip, "ti");
-    fill(r.pptp_netmask, "tn");
-    fill(r.pptp_gw, "tg");
-    fill(r.pptp_dns, "td");
     for (int i = 0; i < CFG_VLAN_IFACES; ++i) {
         vlan_iface_t &v = r.vlan_if[i];
         const std::string n = std::to_string(i + 1);
         v.flags = static_cast<uint8_t>((vlan_flags >> i) & 0x07);
         v.vid = static_cast<uint32_t>(100 + i);
-        fill(v.ipaddr, ("vi" + n).c_str());
-        fill(v.netmask, ("vn" + n).c_str());
-        fill(v.broadcast, ("vb" + n).c_str());
+        fill(v.ipaddr, ("vi" + n).c_str()), fill(v.netmask, ("vn" + n).c_str()), fill(v.broadcast, ("vb" + n).c_str());
         v.cos = static_cast<uint32_t>(5 + i);
         v.mtu = static_cast<uint16_t>(1494 + i);
     }
-    r.rtp_vlan = 4;
-    r.sig_vlan = 6;
-    r.ctl_vlan = 3;
-    r.web_port = 65535;
-    r.telnet_port = 2323;
-    r.ssh_port = 1;
-    r.https_port = 8443;
-    fill(r.radius_server, "rs");
-    fill(r.radius_secret, "rk");
+    r.rtp_vlan = 4, r.sig_vlan = 6, r.ctl_vlan = 3;
+    r.web_port = 65535, r.telnet_port = 2323, r.ssh_port = 1, r.https_port = 8443;
+    fill(r.radius_server, "rs"), fill(r.radius_secret, "rk");
     r.radius_retry = 255;
-    fill(r.vendor_info, "vi");
-    fill(r.opt82_cid, "oc");
-    fill(r.opt82_rid, "or");
-    fill(r.zoneinfo, "zi");
-    fill(r.dst_start, "ds");
-    fill(r.dst_end, "de");
+    fill(r.vendor_info, "vi"), fill(r.opt82_cid, "oc"), fill(r.opt82_rid, "or"), fill(r.zoneinfo, "zi");
+    fill(r.dst_start, "ds"), fill(r.dst_end, "de");
     r.dst_offset = 720;
     fill(r.language, "la");
     r.language_set = 1; // raised again by every parsed "LANGUAGE"
@@ -125,8 +94,7 @@ lldp_cfg_t lldp_sample()
 {
     lldp_cfg_t l;
     std::memset(&l, 0, sizeof l);
-    l.enable = 1;
-    l.tx_interval = 65535;
+    l.enable = 1, l.tx_interval = 65535;
     return l;
 }
 
@@ -167,25 +135,20 @@ const writer_row writer_rows[] = {
     {"language_save", RUN(language_save(c, &n)), {{"config.Network.network", {"LANGUAGE"}}}},
 };
 
+// The name lists are compared whole, so they fix the counts as well.
 TEST(NetworkWriters, ExactNamesAndCounts)
 {
     ASSERT_EQ(network_names.size(), 69u);
-    const std::size_t counts[] = {69 + 2, 15, 8, 4, 1};
     network_cfg_t n;
     sample(n, 0xFF, 0xFF, 0xFF, 0xFF);
-    const lldp_cfg_t l = lldp_sample();
-    std::size_t i = 0;
     for (const writer_row &row : writer_rows) {
-        const support::written out = row.run(n, l);
+        const support::written out = row.run(n, lldp_sample());
         EXPECT_EQ(out.body.at(0), 2) << row.writer;
         ASSERT_EQ(out.message.nodes.size(), row.nodes.size()) << row.writer;
-        std::size_t params = 0;
         for (std::size_t k = 0; k < row.nodes.size(); ++k) {
             EXPECT_EQ(out.node(k).path, row.nodes[k].first) << row.writer;
             EXPECT_EQ(support::names(out.node(k)), row.nodes[k].second) << row.writer;
-            params += out.node(k).params.size();
         }
-        EXPECT_EQ(params, counts[i++]) << row.writer;
     }
 }
 
