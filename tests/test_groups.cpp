@@ -55,7 +55,9 @@ TEST(GroupPortsText, AcceptedAndRefusedTexts)
     for (const row &r : rows) {
         auto image = fresh_image(r.max_ports);
         group_cfg_t g{};
-        g.port_list[0] = 5, g.port_list[1] = 6, g.port_count = 2;
+        g.port_list[0] = 5;
+        g.port_list[1] = 6;
+        g.port_count = 2;
         testing::internal::CaptureStdout();
         EXPECT_EQ(cfgpars_group_ports_string_to_t(&g, r.text.c_str(), image.get()), r.result) << r.text;
         const std::string out = testing::internal::GetCapturedStdout();
@@ -120,8 +122,12 @@ TEST(GroupsHandler, StoresAndEmptyValueRules)
     for (const row &r : rows) {
         auto image = fresh_image(8);
         group_cfg_t &g = image->groups.entries[4];
-        g.valid = 1, g.timeout = 30, std::strcpy(g.phone, "old");
-        g.port_list[0] = 1, g.port_list[1] = 2, g.port_count = 2;
+        g.valid = 1;
+        g.timeout = 30;
+        std::strcpy(g.phone, "old");
+        g.port_list[0] = 1;
+        g.port_list[1] = 2;
+        g.port_count = 2;
         parse(*image, std::string("[config.VOIP.groups.group_4]\n") + r.params);
         EXPECT_EQ(g.valid, r.valid) << r.params;
         EXPECT_STREQ(g.phone, r.phone) << r.params;
@@ -161,11 +167,15 @@ TEST(GroupsHandler, PathWithoutValidNumber)
 group_cfg_t sample_group(const char *name, std::vector<uint32_t> ports, bool fxo)
 {
     group_cfg_t g{};
-    std::strcpy(g.phone, "100"), std::strcpy(g.name, name), std::strcpy(g.password, "pw");
+    std::strcpy(g.phone, "100");
+    std::strcpy(g.name, name);
+    std::strcpy(g.password, "pw");
     std::copy(ports.begin(), ports.end(), g.port_list);
     g.port_count = static_cast<uint32_t>(ports.size());
     g.valid = g.enabled = g.busy = 1;
-    g.type = 3, g.sip_port = 5070, g.profile_id = 6;
+    g.type = 3;
+    g.sip_port = 5070;
+    g.profile_id = 6;
     g.timeout = fxo ? 0 : 40;
     g.transmit_number = g.dont_transmit_prefix = g.fxo_call_busy = fxo;
     return g;

@@ -55,7 +55,8 @@ TEST(Ipsec, KeysRulesAndDefaults)
     for (const row &r : rows) {
         auto image = fresh_image();
         image->ipsec.flags = 0x04;   // bits of no key stay as they are
-        image->ipsec.ike_dh_group = 3, image->ipsec.lifetime = 7;
+        image->ipsec.ike_dh_group = 3;
+        image->ipsec.lifetime = 7;
         put(image->ipsec.identifier, "id");
         ipsec_cfg_t expected = image->ipsec;
         r.expect(expected);

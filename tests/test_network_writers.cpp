@@ -78,8 +78,13 @@ void sample(network_cfg_t &r, uint8_t flags0, uint8_t flags1, uint8_t flags2, ui
         v.cos = static_cast<uint32_t>(5 + i);
         v.mtu = static_cast<uint16_t>(1494 + i);
     }
-    r.rtp_vlan = 4, r.sig_vlan = 6, r.ctl_vlan = 3;
-    r.web_port = 65535, r.telnet_port = 2323, r.ssh_port = 1, r.https_port = 8443;
+    r.rtp_vlan = 4;
+    r.sig_vlan = 6;
+    r.ctl_vlan = 3;
+    r.web_port = 65535;
+    r.telnet_port = 2323;
+    r.ssh_port = 1;
+    r.https_port = 8443;
     fill(r.radius_server, "rs"), fill(r.radius_secret, "rk");
     r.radius_retry = 255;
     fill(r.vendor_info, "vi"), fill(r.opt82_cid, "oc"), fill(r.opt82_rid, "or"), fill(r.zoneinfo, "zi");
@@ -94,7 +99,8 @@ lldp_cfg_t lldp_sample()
 {
     lldp_cfg_t l;
     std::memset(&l, 0, sizeof l);
-    l.enable = 1, l.tx_interval = 65535;
+    l.enable = 1;
+    l.tx_interval = 65535;
     return l;
 }
 

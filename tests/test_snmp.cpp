@@ -70,8 +70,12 @@ TEST(Snmp, SaveWritesSwitchThenSettings)
 {
     auto image = fresh_image();
     snmp_cfg_t &s = image->snmp;
-    std::strcpy(s.sys_name, "gw1"), std::strcpy(s.sys_location, "lab"), std::strcpy(s.sys_contact, "ops");
-    std::strcpy(s.trap_sink, "10.0.0.9"), std::strcpy(s.trap_community, "traps"), std::strcpy(s.rwcommunity, "private");
+    std::strcpy(s.sys_name, "gw1");
+    std::strcpy(s.sys_location, "lab");
+    std::strcpy(s.sys_contact, "ops");
+    std::strcpy(s.trap_sink, "10.0.0.9");
+    std::strcpy(s.trap_community, "traps");
+    std::strcpy(s.rwcommunity, "private");
     s.trap_type = 2;
     image->network.flags0 = 0xFD;   // every bit but SNMP
     const auto off = support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
@@ -117,7 +121,9 @@ TEST(SnmpUsers, UserLine)
     for (const row &r : rows) {
         auto image = fresh_image();
         snmp_user_t &u = image->snmp.user;
-        std::strcpy(u.word1, "old1"), std::strcpy(u.word2, "old2"), std::strcpy(u.word3, "old3");
+        std::strcpy(u.word1, "old1");
+        std::strcpy(u.word2, "old2");
+        std::strcpy(u.word3, "old3");
         std::memset(image->snmp.user.app_reserved, 0x77, sizeof image->snmp.user.app_reserved);
         std::strcpy(image->snmp.sys_name, "name");
         parse(*image, "[config.Network.snmp_users]\n" + r.param + "\n sys_name = taken\n");
@@ -137,7 +143,9 @@ TEST(SnmpUsers, WriterAndRoundTrip)
 {
     auto image = fresh_image();
     snmp_user_t &u = image->snmp.user;
-    std::strcpy(u.word1, "admin"), std::strcpy(u.word2, "secret123"), std::strcpy(u.word3, "rw");
+    std::strcpy(u.word1, "admin");
+    std::strcpy(u.word2, "secret123");
+    std::strcpy(u.word3, "rw");
     const auto out = support::write([&](uint8_t **c) { return snmp_user_save(c, &image->snmp); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.Network.snmp_users");

@@ -55,7 +55,9 @@ TEST(Tr069, KeysRulesAndDefaults)
     for (const row &r : rows) {
         auto image = fresh_image();
         tr069_cfg_t &t = image->tr069;
-        t.enable = 1, t.periodic_inform_interval = 600, t.stun_maximum_keepalive_period = 77;
+        t.enable = 1;
+        t.periodic_inform_interval = 600;
+        t.stun_maximum_keepalive_period = 77;
         put(t.nat_address, "old");
         tr069_cfg_t expected = image->tr069;
         r.expect(expected);
@@ -73,7 +75,9 @@ TEST(Tr069, WriterNamesSignedPeriodsAndRoundTrip)
     tr069_cfg_t &t = image->tr069;
     t.enable = t.periodic_inform_enable = 1;
     t.periodic_inform_interval = 4294967295u;
-    t.stun_server_port = 3478, t.stun_minimum_keepalive_period = 10, t.stun_maximum_keepalive_period = -1;
+    t.stun_server_port = 3478;
+    t.stun_minimum_keepalive_period = 10;
+    t.stun_maximum_keepalive_period = -1;
     put(t.url, "https://acs.example/cwmp"), put(t.username, "cpe"), put(t.password, "p w");
     put(t.connection_request_username, "cr"), put(t.nat_mode, "stun"), put(t.stun_server_address, "stun.example");
     const auto out = support::write([&](uint8_t **c) { return save_acs(c, &image->tr069); });
