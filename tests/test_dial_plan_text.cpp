@@ -13,6 +13,7 @@ namespace {
 
 struct mask3 {
     uint32_t w[3];
+    bool operator==(const mask3 &) const = default;
 };
 
 constexpr uint32_t all = 0xFFFFFFFFu;
@@ -25,14 +26,8 @@ dial_plan_t sentinel_entry()
     std::strcpy(e.destination, "olddest");
     std::strcpy(e.protocol, "sip");
     std::strcpy(e.field6, "oldf6");
-    e.field2 = 11;
-    e.field3 = 12;
-    e.type = 4;
-    e.port_mask[0] = 0x5;
-    e.field7 = 17;
-    e.field8 = 18;
-    e.field9 = 19;
-    e.field11 = 111;
+    e.field2 = 11; e.field3 = 12; e.type = 4; e.port_mask[0] = 0x5;
+    e.field7 = 17; e.field8 = 18; e.field9 = 19; e.field11 = 111;
     return e;
 }
 
@@ -135,38 +130,23 @@ TEST(DialPlanText, MaskTexts)
         mask3 mask; // expected destination (untouched when refused)
     };
     const std::vector<row> rows = {
-        {"+", 8, 0, {{0, 0, 0}}},
-        {"-", 8, 0, {{all, all, all}}},
-        {"+1,3,", 8, 0, {{0xA, 0, 0}}},
-        {"+0-3,7", 8, 0, {{0x8F, 0, 0}}},
-        {"-2", 8, 0, {{~4u, all, all}}},
-        {"+ 1, 2", 8, 0, {{0x6, 0, 0}}},       // strtol skips white space
-        {"+2-2", 8, 0, {{0x4, 0, 0}}},
-        {"+64-71,95", 96, 0, {{0, 0, 0x800000FF}}},
+        {"+", 8, 0, {{0, 0, 0}}}, {"-", 8, 0, {{all, all, all}}}, {"+1,3,", 8, 0, {{0xA, 0, 0}}},
+        {"+0-3,7", 8, 0, {{0x8F, 0, 0}}}, {"-2", 8, 0, {{~4u, all, all}}},
+        {"+ 1, 2", 8, 0, {{0x6, 0, 0}}}, // strtol skips white space
+        {"+2-2", 8, 0, {{0x4, 0, 0}}}, {"+64-71,95", 96, 0, {{0, 0, 0x800000FF}}},
         {"+95", 200, 0, {{0, 0, 0x80000000}}},
-        {"3", 8, 0, {{0, 0, 0}}},              // no sign: cleared
-        {"", 8, 0, {{0, 0, 0}}},
-        {"+3-1", 8, -1, untouched},
-        {"+8", 8, -1, untouched},
-        {"+1-8", 8, -1, untouched},
-        {"+96", 200, -1, untouched},           // never past the 96 positions
-        {"+0-96", 200, -1, untouched},
-        {"+-1", 8, -1, untouched},
-        {"+1,,2", 8, -1, untouched},
-        {"+1 2", 8, -1, untouched},
-        {"+1-", 8, -1, untouched},
-        {"+x", 8, -1, untouched},
-        {"+1;2", 8, -1, untouched},
-        {"+99999999999999999999", 8, -1, untouched},
-        {"+0", 0, -1, untouched},              // no ports: no position is valid
+        {"3", 8, 0, {{0, 0, 0}}}, /* no sign: cleared */ {"", 8, 0, {{0, 0, 0}}}, {"+3-1", 8, -1, untouched},
+        {"+8", 8, -1, untouched}, {"+1-8", 8, -1, untouched},
+        {"+96", 200, -1, untouched}, {"+0-96", 200, -1, untouched}, // never past the 96 positions
+        {"+-1", 8, -1, untouched}, {"+1,,2", 8, -1, untouched}, {"+1 2", 8, -1, untouched}, {"+1-", 8, -1, untouched},
+        {"+x", 8, -1, untouched}, {"+1;2", 8, -1, untouched}, {"+99999999999999999999", 8, -1, untouched},
+        {"+0", 0, -1, untouched}, // no ports: no position is valid
     };
     for (const row &r : rows) {
         SCOPED_TRACE(r.text);
         mask3 m = untouched;
         EXPECT_EQ(cfgpars_string_from0_to_mask(r.text, m.w, r.max_ports), r.result);
-        EXPECT_EQ(m.w[0], r.mask.w[0]);
-        EXPECT_EQ(m.w[1], r.mask.w[1]);
-        EXPECT_EQ(m.w[2], r.mask.w[2]);
+        EXPECT_TRUE(m == r.mask) << std::hex << m.w[0] << "," << m.w[1] << "," << m.w[2];
     }
 }
 
@@ -179,21 +159,15 @@ TEST(DialPlanText, MaskToText)
         const char *text;
     };
     const std::vector<row> rows = {
-        {{{0xFF, 0, 0}}, 4, 8, "-"},
-        {{{0, 0, 0}}, 4, 8, "+"},
-        {{{0x21, 0, 0}}, 4, 8, "+0,5"},
+        {{{0xFF, 0, 0}}, 4, 8, "-"}, {{{0, 0, 0}}, 4, 8, "+"}, {{{0x21, 0, 0}}, 4, 8, "+0,5"},
         {{{0xBF, 0, 0}}, 4, 8, "-6"},
-        {{{0x0F, 0, 0}}, 4, 8, "-4,5,6,7"},   // as many set as clear: the clear ones
-        {{{0x0F, 0, 0}}, 4, 16, "+0,1,2,3"},
-        {{{0x0F, 0, 0}}, 4, 0, "-"},          // no positions
+        {{{0x0F, 0, 0}}, 4, 8, "-4,5,6,7"}, // as many set as clear: the clear ones
+        {{{0x0F, 0, 0}}, 4, 16, "+0,1,2,3"}, {{{0x0F, 0, 0}}, 4, 0, "-"}, // no positions
         {{{0xFFFFFF00, all, all}}, 4, 8, "+"}, // positions past max_ports are not read
         // pickup rules read 32 positions whatever max_ports is
-        {{{0xFF, 0, 0}}, 6, 8, "+0,1,2,3,4,5,6,7"},
-        {{{all, 0, 0}}, 6, 72, "-"},
-        {{{0x7FFFFFFF, 0, 0}}, 6, 4, "-31"},
+        {{{0xFF, 0, 0}}, 6, 8, "+0,1,2,3,4,5,6,7"}, {{{all, 0, 0}}, 6, 72, "-"}, {{{0x7FFFFFFF, 0, 0}}, 6, 4, "-31"},
         // never more than 96 positions
-        {{{all, all, all}}, 4, 200, "-"},
-        {{{0, 0, 0x80000000}}, 4, 96, "+95"},
+        {{{all, all, all}}, 4, 200, "-"}, {{{0, 0, 0x80000000}}, 4, 96, "+95"},
     };
     for (const row &r : rows) {
         char out[CFG_MASK_TEXT_SIZE];

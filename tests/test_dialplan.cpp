@@ -61,12 +61,8 @@ TEST(DialPlan, HandlerStoresRulesByNumber)
     EXPECT_TRUE(same(plan.entries[4], dial_plan_t{}));
     EXPECT_TRUE(same(plan.entries[6], dial_plan_t{}));
     EXPECT_EQ(plan.entries[1].type, 0u); // dialplan1 and dialplan_x1 stored nothing
-    EXPECT_NE(image->dialplans_updated[3], 0u);
-    for (int p = 0; p < CFG_PROFILES; ++p) {
-        if (p != 3) {
-            EXPECT_EQ(image->dialplans_updated[p], 0u) << p;
-        }
-    }
+    for (int p = 0; p < CFG_PROFILES; ++p)
+        EXPECT_EQ(image->dialplans_updated[p] != 0, p == 3) << p;
 
     // The recount at the end of the message counts the filled entries.
     EXPECT_EQ(plan.current, 3u); // entries 0, 2 and 299
@@ -157,8 +153,7 @@ TEST(DialPlan, WriterRenumbersAndPads)
     // Parsed back into a fresh image the rules come back renumbered, and the
     // empty params leave entries 3 and 4 empty.
     auto back = fresh_image(16);
-    const auto message = out.as_message();
-    all_parser(back.get(), message.data());
+    all_parser(back.get(), out.as_message().data());
     EXPECT_TRUE(same(back->dialplans[2].entries[0], plan.entries[0]));
     EXPECT_TRUE(same(back->dialplans[2].entries[1], plan.entries[7]));
     EXPECT_TRUE(same(back->dialplans[2].entries[2], plan.entries[200]));
@@ -167,21 +162,19 @@ TEST(DialPlan, WriterRenumbersAndPads)
 
 TEST(DialPlan, WriterCounts)
 {
-    struct row {
+    // Three rules are filled (entries 1, 2 and 3). params: what the node
+    // announces and holds; last_name: the name of its last param.
+    const struct {
         uint32_t start, current;
-        std::size_t params;     // what the node announces and holds
-        const char *last_name;  // name of the last param
-    };
-    // Three rules are filled (entries 1, 2 and 3).
-    const std::vector<row> rows = {
-        {3, 3, 3, "dialplan_2"},
-        {2, 3, 3, "dialplan_2"},   // start below current: no padding
-        {0, 0, 0, nullptr},
-        {10, 3, 10, "dialplan_9"},
+        std::size_t params;
+        const char *last_name;
+    } rows[] = {
+        {3, 3, 3, "dialplan_2"}, {2, 3, 3, "dialplan_2"}, // start below current: no padding
+        {0, 0, 0, nullptr}, {10, 3, 10, "dialplan_9"},
         {CFG_LIST_UPDATING, 3, 300, "dialplan_299"}, // padding never past rule 299
-        {3, 5, 3, "dialplan_2"},   // fewer rules filled than counted
+        {3, 5, 3, "dialplan_2"},                     // fewer rules filled than counted
     };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         SCOPED_TRACE(::testing::Message() << "start " << r.start << " current " << r.current);
         auto image = fresh_image();
         profile_dialplan_cfg_t &plan = image->dialplans[0];

@@ -16,20 +16,18 @@ using support::parse;
 // Each key storing its own code is left to the round trip below.
 TEST(ServiceCodes, Keys)
 {
-    struct row {
+    using D = dvo_cfg_t;
+    const struct {
         const char *text;
-        char (dvo_cfg_t::*field)[4];
+        char (D::*field)[4];
         const char *expected;
+    } rows[] = {
+        {"cf_busy = *9012", &D::cf_busy, "*90"}, {"cf_busy = *9", &D::cf_busy, "*9"},
+        {"dnd_off = #78", &D::dnd, "#78"}, // any name beginning with "dnd"
+        {"callwaiting =", &D::callwaiting, ""}, {"callwaiting = \"\"", &D::callwaiting, ""},
+        {"cf = *99", &D::cf_busy, "old"}, // no key
     };
-    const std::vector<row> rows = {
-        {"cf_busy = *9012", &dvo_cfg_t::cf_busy, "*90"},
-        {"cf_busy = *9", &dvo_cfg_t::cf_busy, "*9"},
-        {"dnd_off = #78", &dvo_cfg_t::dnd, "#78"}, // any name beginning with "dnd"
-        {"callwaiting =", &dvo_cfg_t::callwaiting, ""},
-        {"callwaiting = \"\"", &dvo_cfg_t::callwaiting, ""},
-        {"cf = *99", &dvo_cfg_t::cf_busy, "old"}, // no key
-    };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         std::strcpy(image->dvo.*r.field, "old");
         parse(*image, std::string("[config.VOIP.dvo]\n") + r.text + "\n");
@@ -49,10 +47,10 @@ TEST(ServiceCodes, WriterOrderAndRoundTrip)
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.VOIP.dvo");
     // Names and codes exactly: each key stored its own code.
-    EXPECT_EQ(out.node().params,
-              (std::vector<cfgmsg::param>{{"callwaiting", "\"\""}, {"ct_attended", "*2"}, {"ct_unattended", "*3"},
-                                          {"cf_unconditional", "*21"}, {"cf_busy", "*22"}, {"cf_noanswer", "*61"},
-                                          {"cf_outofservice", "*62"}, {"dnd", "*78"}}));
+    EXPECT_EQ(out.node().params, (std::vector<cfgmsg::param>{
+        {"callwaiting", "\"\""}, {"ct_attended", "*2"}, {"ct_unattended", "*3"},
+        {"cf_unconditional", "*21"}, {"cf_busy", "*22"}, {"cf_noanswer", "*61"},
+        {"cf_outofservice", "*62"}, {"dnd", "*78"}}));
 
     auto back = fresh_image();
     all_parser(back.get(), out.as_message().data());

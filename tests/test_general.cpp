@@ -15,26 +15,23 @@ using support::parse;
 
 TEST(General, NumberKeys)
 {
-    struct row {
-        const char *text;
-        int32_t general_cfg_t::*field;
-        int32_t before, expected;
-    };
     using G = general_cfg_t;
-    const std::vector<row> rows = {
-        {"start_timer = 9", &G::start_timer, 0, 300},       {"start_timer = 10", &G::start_timer, 0, 10},
-        {"start_timer =", &G::start_timer, 50, 300},
-        {"duration_timer = 301", &G::duration_timer, 0, 300}, {"duration_timer = 10", &G::duration_timer, 0, 10},
-        {"wait_answer_timer = 39", &G::wait_answer_timer, 0, 180},
+    const struct {
+        const char *text;
+        int32_t G::*field;
+        int32_t before, expected;
+    } rows[] = {
+        {"start_timer = 9", &G::start_timer, 0, 300}, {"start_timer = 10", &G::start_timer, 0, 10},
+        {"start_timer =", &G::start_timer, 50, 300}, {"duration_timer = 301", &G::duration_timer, 0, 300},
+        {"duration_timer = 10", &G::duration_timer, 0, 10}, {"wait_answer_timer = 39", &G::wait_answer_timer, 0, 180},
         {"wait_answer_timer = 300", &G::wait_answer_timer, 0, 300},
         {"fans_threshold_temperature = 60", &G::fans_threshold_temperature, 0, 55},
         {"fans_threshold_temperature = 35", &G::fans_threshold_temperature, 0, 35},
         {"fans_threshold_temperature = abc", &G::fans_threshold_temperature, 40, 55},
-        {"use_uni = y", &G::use_uni, 0, 1},                 {"power_mode = \"\"", &G::power_mode, 1, 0},
-        {"power_mode_x = 1", &G::power_mode, 0, 1},         // prefix match
-        {"timer = 20", &G::start_timer, 7, 7},              // no key
+        {"use_uni = y", &G::use_uni, 0, 1}, {"power_mode = \"\"", &G::power_mode, 1, 0},
+        {"power_mode_x = 1", &G::power_mode, 0, 1}, /* prefix match */ {"timer = 20", &G::start_timer, 7, 7}, // no key
     };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         image->general.*r.field = r.before;
         parse(*image, std::string("[config.VOIP.general]\n") + r.text + "\n");
@@ -61,11 +58,10 @@ TEST(General, WriterOrderAndRoundTrip)
     const auto out = support::write([&](uint8_t **c) { return general_save(c, &g); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.VOIP.general");
-    EXPECT_EQ(out.node().params,
-              (std::vector<cfgmsg::param>{{"unit_prefix", "pfx"}, {"use_uni", "1"}, {"start_timer", "20"},
-                                          {"device_name", "gateway one"}, {"duration_timer", "30"},
-                                          {"wait_answer_timer", "40"}, {"fans_force_enable", "1"},
-                                          {"fans_threshold_temperature", "45"}, {"power_mode", "1"}}));
+    EXPECT_EQ(out.node().params, (std::vector<cfgmsg::param>{
+        {"unit_prefix", "pfx"}, {"use_uni", "1"}, {"start_timer", "20"},
+        {"device_name", "gateway one"}, {"duration_timer", "30"}, {"wait_answer_timer", "40"},
+        {"fans_force_enable", "1"}, {"fans_threshold_temperature", "45"}, {"power_mode", "1"}}));
 
     // Parsed back, the record writes the same bytes again.
     auto back = fresh_image();

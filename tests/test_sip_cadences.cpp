@@ -23,12 +23,9 @@ TEST(SipCadence, Params)
 {
     const std::string forty(40, 'n');
     const std::string long_rule(100, 'r');
-    struct row {
-        std::string params;
-        std::string name;
-        std::string ring_rule;
-    };
-    const std::vector<row> rows = {
+    const struct {
+        std::string params, name, ring_rule;
+    } rows[] = {
         {"name = Bellcore-dr2\n ring_rule = 800,400,800", "Bellcore-dr2", "800,400,800"},
         {"ring_rule = 1000,4000", "old name", "1000,4000"},   // name left as it was
         {"name = " + forty, forty.substr(0, 29), "old rule"},
@@ -37,7 +34,7 @@ TEST(SipCadence, Params)
         {"names = x", "x", "old rule"},                        // prefix of the name
         {"rule = x\n ring = y", "old name", "old rule"},       // dropped
     };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         sip_cadence_cfg_t &cadence = image->profiles[6].sip.sip_cadences[15];
         std::strcpy(cadence.name, "old name");
@@ -53,19 +50,17 @@ TEST(SipCadence, Params)
 // Either number out of range ends the whole message after its report.
 TEST(SipCadence, NumbersFromThePath)
 {
-    struct row {
+    const struct {
         std::string path;
         const char *report;
-    };
-    const std::vector<row> rows = {
-        {cadence_path("0", "0"), nullptr},
-        {cadence_path("7", "15"), nullptr},
+    } rows[] = {
+        {cadence_path("0", "0"), nullptr}, {cadence_path("7", "15"), nullptr},
         {cadence_path("0", "16"), "Incorrect number of sip cadence [16]"},
         {cadence_path("8", "0"), "Incorrect number of profile [8]"},
         {cadence_path("9", "99"), "Incorrect number of profile [9]"}, // the profile is checked first
         {cadence_path("1", "4294967296"), "Incorrect number of sip cadence [2147483647]"},
     };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         image->routes.start = CFG_LIST_UPDATING;
         testing::internal::CaptureStdout();
@@ -101,8 +96,7 @@ TEST(SipCadenceWriter, AllSixteenCadences)
 
     // Parsed back into a fresh image, the cadences come back as they were.
     auto image = fresh_image();
-    const std::vector<uint8_t> message = out.as_message();
-    all_parser(image.get(), message.data());
+    all_parser(image.get(), out.as_message().data());
     EXPECT_EQ(std::memcmp(image->profiles[5].sip.sip_cadences, profile.sip.sip_cadences,
                           sizeof profile.sip.sip_cadences), 0);
     EXPECT_NE(image->profiles_updated[5], 0u);

@@ -15,13 +15,12 @@ using support::parse;
 
 TEST(TraceSettings, NumberKeys)
 {
-    struct row {
-        const char *text;
-        int32_t trace_cfg_t::*field;
-        int32_t before, expected;
-    };
     using T = trace_cfg_t;
-    const std::vector<row> rows = {
+    const struct {
+        const char *text;
+        int32_t T::*field;
+        int32_t before, expected;
+    } rows[] = {
         {"sip_level = -1", &T::sip_level, 0, -1},       {"sip_level = -2", &T::sip_level, 5, 0},
         {"sip_level = 10", &T::sip_level, 5, 0},        {"sip_level = 9", &T::sip_level, 0, 9},
         {"h323_level = 6", &T::h323_level, 0, 6},       {"h323_level = 7", &T::h323_level, 3, 0},
@@ -29,7 +28,7 @@ TEST(TraceSettings, NumberKeys)
         {"syslog_port =", &T::syslog_port, 0, 514},     {"syslog_port = 70000", &T::syslog_port, 0, 514},
         {"syslog_port = 0", &T::syslog_port, 514, 0},   {"syslog_port = 65535", &T::syslog_port, 0, 65535},
     };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         image->trace.*r.field = r.before;
         parse(*image, std::string("[config.VOIP.trace]\n") + r.text + "\n");
@@ -39,18 +38,16 @@ TEST(TraceSettings, NumberKeys)
 
 TEST(TraceSettings, FlagParamsSetOrClearOneBit)
 {
-    struct row {
+    const struct {
         const char *text;
         uint8_t before, expected;
+    } rows[] = {
+        {"app_alarm = 1", 0x00, 0x01}, {"app_err = 1", 0x00, 0x02}, {"app_err = 0", 0xFF, 0xFD},
+        {"app_warn = y", 0x00, 0x04}, {"app_info = 1", 0x00, 0x08}, {"app_dbg = 1", 0x00, 0x10},
+        {"app_dbg = off", 0xFF, 0xEF}, {"vapi_enabled = 1", 0x00, 0x20}, {"run_syslog = 1", 0x00, 0x40},
+        {"syslog_to_file = 1", 0x00, 0x80}, {"syslog_to_file =", 0xFF, 0x7F}, {"app_err = 1\n app_err = 0", 0x05, 0x05},
     };
-    const std::vector<row> rows = {
-        {"app_alarm = 1", 0x00, 0x01},    {"app_err = 1", 0x00, 0x02},       {"app_err = 0", 0xFF, 0xFD},
-        {"app_warn = y", 0x00, 0x04},     {"app_info = 1", 0x00, 0x08},      {"app_dbg = 1", 0x00, 0x10},
-        {"app_dbg = off", 0xFF, 0xEF},    {"vapi_enabled = 1", 0x00, 0x20},  {"run_syslog = 1", 0x00, 0x40},
-        {"syslog_to_file = 1", 0x00, 0x80}, {"syslog_to_file =", 0xFF, 0x7F},
-        {"app_err = 1\n app_err = 0", 0x05, 0x05},
-    };
-    for (const row &r : rows) {
+    for (const auto &r : rows) {
         auto image = fresh_image();
         image->trace.flags = r.before;
         parse(*image, std::string("[config.VOIP.trace]\n") + r.text + "\n");
@@ -80,12 +77,11 @@ TEST(TraceSettings, WriterOrderAndRoundTrip)
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.VOIP.trace");
     // The output always goes to "syslog_server".
-    EXPECT_EQ(out.node().params,
-              (std::vector<cfgmsg::param>{{"sip_level", "-1"}, {"h323_level", "4"}, {"vapi_level", "20"},
-                                          {"vapi_enabled", "0"}, {"app_alarm", "1"}, {"app_err", "0"},
-                                          {"app_warn", "1"}, {"app_info", "0"}, {"app_dbg", "1"},
-                                          {"trace_out", "syslog_server"}, {"syslog_addr", "10.1.1.1"},
-                                          {"syslog_port", "1514"}, {"run_syslog", "1"}, {"syslog_to_file", "0"}}));
+    EXPECT_EQ(out.node().params, (std::vector<cfgmsg::param>{
+        {"sip_level", "-1"}, {"h323_level", "4"}, {"vapi_level", "20"}, {"vapi_enabled", "0"},
+        {"app_alarm", "1"}, {"app_err", "0"}, {"app_warn", "1"}, {"app_info", "0"},
+        {"app_dbg", "1"}, {"trace_out", "syslog_server"}, {"syslog_addr", "10.1.1.1"},
+        {"syslog_port", "1514"}, {"run_syslog", "1"}, {"syslog_to_file", "0"}}));
 
     // Parsed back, the record writes the same bytes again.
     auto back = fresh_image();
