@@ -182,13 +182,31 @@ TEST(H323, WritersTablesAndRoundTrip)
 {
     auto image = fresh_image();
     h323_cfg_t &h = image->h323;
-    h.enableh323 = 1; h.h235 = 2; h.ignore_gcf = 3; h.disablefaststart = 4; h.disabletunneling = 5;
-    h.timetolive = -1; h.keepalivetime = 30; h.usegatekeeper = 6; h.isgateway = 7; h.dtmftransfer = 2;
-    h.bearercapability = 8; h.sip_dscp = 46; h.verify_remote_media = 1;
+    h.enableh323 = 1;
+    h.h235 = 2;
+    h.ignore_gcf = 3;
+    h.disablefaststart = 4;
+    h.disabletunneling = 5;
+    h.timetolive = -1;
+    h.keepalivetime = 30;
+    h.usegatekeeper = 6;
+    h.isgateway = 7;
+    h.dtmftransfer = 2;
+    h.bearercapability = 8;
+    h.sip_dscp = 46;
+    h.verify_remote_media = 1;
     std::strcpy(h.gatekeeperip, "10.0.0.9");
     std::strcpy(h.h323aliase, "gateway");
-    h.tcpportmin = 1100; h.tcpportmax = 1200; h.udpportmin = 1300; h.udpportmax = 1400; h.rtph323min = 1500;
-    h.rtph323max = 1600; h.rtpsipmin = 1700; h.rtpsipmax = 1800; h.intrcpmin = 1900; h.intrcpmax = 2000;
+    h.tcpportmin = 1100;
+    h.tcpportmax = 1200;
+    h.udpportmin = 1300;
+    h.udpportmax = 1400;
+    h.rtph323min = 1500;
+    h.rtph323max = 1600;
+    h.rtpsipmin = 1700;
+    h.rtpsipmax = 1800;
+    h.intrcpmin = 1900;
+    h.intrcpmax = 2000;
 
     const auto h323 = support::write([&](uint8_t **c) { return h323_save(c, &h); });
     ASSERT_EQ(h323.message.nodes.size(), 1u);

@@ -167,12 +167,36 @@ const std::vector<std::string> shared_names = {
 codecs_cfg_t sample_codecs()
 {
     codecs_cfg_t c{};
-    c.faxdirection = 1; c.faxtransfer = 2; c.slave_faxtransfer = 4; c.modemtransfer = 5; c.dtmftransfer = 6;
-    c.flashtransfer = 7; c.payload = 101; c.nse_payload = 120; c.dispersion_time = 32; c.g711a = 8; c.g711u = 9;
-    c.g729x = 10; c.g729b = 11; c.g723 = 12; c.g726_32 = 13; c.g711pte = 40; c.g729pte = 70; c.g723pte = 90;
-    c.g726_32_pte = 30; c.g726_32_pt = 110; c.rtcp_period = 3; c.rtcp_timer = 6; c.jb_pt_delay = 14;
-    c.jb_vo_adaptive = 15; c.jb_vo_delay_min = 16; c.jb_vo_delay_max = 17; c.jb_vo_del_threshold = 18;
-    c.jb_vo_del_mode_soft = 19; c.t38_bitrate = 9600; c.t38_datagram = 300;
+    c.faxdirection = 1;
+    c.faxtransfer = 2;
+    c.slave_faxtransfer = 4;
+    c.modemtransfer = 5;
+    c.dtmftransfer = 6;
+    c.flashtransfer = 7;
+    c.payload = 101;
+    c.nse_payload = 120;
+    c.dispersion_time = 32;
+    c.g711a = 8;
+    c.g711u = 9;
+    c.g729x = 10;
+    c.g729b = 11;
+    c.g723 = 12;
+    c.g726_32 = 13;
+    c.g711pte = 40;
+    c.g729pte = 70;
+    c.g723pte = 90;
+    c.g726_32_pte = 30;
+    c.g726_32_pt = 110;
+    c.rtcp_period = 3;
+    c.rtcp_timer = 6;
+    c.jb_pt_delay = 14;
+    c.jb_vo_adaptive = 15;
+    c.jb_vo_delay_min = 16;
+    c.jb_vo_delay_max = 17;
+    c.jb_vo_del_threshold = 18;
+    c.jb_vo_del_mode_soft = 19;
+    c.t38_bitrate = 9600;
+    c.t38_datagram = 300;
     c.silencedetector = c.echocanceller = c.ecan_nlp_disable = c.comfortnoise = c.rtcp_xr = c.rfc3264_pt_common = 1;
     return c;
 }

@@ -26,8 +26,14 @@ dial_plan_t sentinel_entry()
     std::strcpy(e.destination, "olddest");
     std::strcpy(e.protocol, "sip");
     std::strcpy(e.field6, "oldf6");
-    e.field2 = 11; e.field3 = 12; e.type = 4; e.port_mask[0] = 0x5;
-    e.field7 = 17; e.field8 = 18; e.field9 = 19; e.field11 = 111;
+    e.field2 = 11;
+    e.field3 = 12;
+    e.type = 4;
+    e.port_mask[0] = 0x5;
+    e.field7 = 17;
+    e.field8 = 18;
+    e.field9 = 19;
+    e.field11 = 111;
     return e;
 }
 

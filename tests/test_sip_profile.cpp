@@ -207,14 +207,30 @@ TEST(SipProfileWriter, RoundTrip)
              {s.xcap_cw_name, "cw"}, {s.xcap_conference_name, "conference"}, {s.xcap_hotline_name, "hotline"},
              {s.xcap_callhold_name, "hold"}, {s.xcap_calltransfer_name, "transfer"}})
         std::strcpy(field, text);
-    s.mode = 2; s.options = 2; s.keepalivet = 20000; s.outbound = 1; s.obtimeout = 25; s.registration = 7;
-    s.expires = 3600; s.authentication = 1; s.keep_alive_mode = 2; s.keep_alive_interval = 60; s.dtmfmime = 2;
-    s.hfmime = 3; s.rel100 = 2; s.register_retry_interval = 100; s.ringback_sdp = 3; s.min_se = 300;
-    s.session_expires = 1000; s.conference_type = 2; s.changeover = 3;
+    s.mode = 2;
+    s.options = 2;
+    s.keepalivet = 20000;
+    s.outbound = 1;
+    s.obtimeout = 25;
+    s.registration = 7;
+    s.expires = 3600;
+    s.authentication = 1;
+    s.keep_alive_mode = 2;
+    s.keep_alive_interval = 60;
+    s.dtmfmime = 2;
+    s.hfmime = 3;
+    s.rel100 = 2;
+    s.register_retry_interval = 100;
+    s.ringback_sdp = 3;
+    s.min_se = 300;
+    s.session_expires = 1000;
+    s.conference_type = 2;
+    s.changeover = 3;
     // The switches, all on.
     s.domain_to_reg = s.ringback = s.cw_ringback = s.user_phone = s.uri_escape_hash = s.replaces = 1;
     s.inbound_proxy = s.reduce_sdp_media_count = s.p_rtp_stat = s.timer = s.ims_notify_on = 1;
-    s.use_alert_info = 1; s.ruri_full_compliance = s.changeover_by_408 = 1;
+    s.use_alert_info = 1;
+    s.ruri_full_compliance = s.changeover_by_408 = 1;
 
     const auto out = support::write([&](uint8_t **c) { return profile_sip_save(c, 7, &profile); });
     auto image = fresh_image();
