@@ -2,6 +2,10 @@
 
 #include "cfgmngr/wire.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
 namespace cfg::dump {
 
 msg_writer::msg_writer(uint8_t **cursor, const char *writer, int line) noexcept
@@ -56,6 +60,49 @@ void msg_writer::empty(const char *name) noexcept
 {
     running_ = setEmptyStringValueInMsg(cursor_, name, running_);
     param_written();
+}
+
+void build_pickup_text(uint32_t groups, pickup_text &out) noexcept
+{
+    out[0] = '\0';
+    std::size_t used = 0;
+    for (int g = 0; g < 32; ++g) {
+        if ((groups & (1u << g)) == 0)
+            continue;
+        const int n = std::snprintf(out + used, sizeof out - used, used == 0 ? "%d" : ",%d", g);
+        if (n > 0)
+            used = std::min(used + static_cast<std::size_t>(n), sizeof out - 1);
+    }
+}
+
+void msg_writer::field(const keys::key &k, const void *record, unsigned entry) noexcept
+{
+    const char *name = k.wire_name().data(); // every row's names are literals
+    switch (k.out) {
+    case keys::sent::none:
+        return;
+    case keys::sent::uint:
+        return uint(name, static_cast<uint32_t>(keys::read_number(k, record, entry)));
+    case keys::sent::sint:
+        return sint(name, static_cast<int32_t>(keys::read_number(k, record, entry)));
+    case keys::sent::hex:
+        return hex(name, static_cast<uint32_t>(keys::read_number(k, record, entry)));
+    case keys::sent::text: {
+        const char *bytes = keys::field_bytes(k, record, entry);
+        if (std::memchr(bytes, '\0', k.at.size) != nullptr)
+            return text(name, bytes);
+        char copy[1025]; // the largest text field is 1001 bytes
+        const std::size_t n = std::min<std::size_t>(k.at.size, sizeof copy - 1);
+        std::memcpy(copy, bytes, n);
+        copy[n] = '\0';
+        return text(name, copy);
+    }
+    case keys::sent::pickup_groups: {
+        pickup_text groups;
+        build_pickup_text(static_cast<uint32_t>(keys::read_number(k, record, entry)), groups);
+        return text(name, groups);
+    }
+    }
 }
 
 uint32_t msg_writer::running() noexcept

@@ -13,12 +13,21 @@
 //     return w.finish();
 #pragma once
 
+#include "cfgmngr/key_table.h"
+
 #include <cfgparser.h>
 
 #include <cstdint>
 #include <cstring>
+#include <span>
 
 namespace cfg::dump {
+
+// The pickup groups as text: the set bits 0..31 in ascending order,
+// separated by single commas ("1,5,31"); no group gives an empty text. All
+// 32 groups take 85 characters.
+using pickup_text = char[86];
+void build_pickup_text(uint32_t groups, pickup_text &out) noexcept;
 
 class msg_writer {
 public:
@@ -54,6 +63,26 @@ public:
         std::memcpy(copy, field, N);
         copy[N] = '\0';
         text(name, static_cast<const char *>(copy));
+    }
+
+    // A keyed member of `record`, sent under the row's name as the row says
+    // (entry `entry` of a numbered key).
+    void field(const keys::key &k, const void *record, unsigned entry = 0) noexcept;
+
+    // The members of `record` whose rows `order` lists, in that order; or
+    // every row that its writers send, in table order.
+    template <std::size_t N, std::size_t M>
+    void fields(const keys::key (&rows)[N], const std::array<uint16_t, M> &order, const void *record) noexcept
+    {
+        for (const uint16_t i : order)
+            field(rows[i], record);
+    }
+    template <std::size_t N>
+    void fields(const keys::key (&rows)[N], const void *record) noexcept
+    {
+        for (const keys::key &k : rows)
+            if (k.out != keys::sent::none)
+                field(k, record);
     }
 
     // Ends the frame: terminating 0 byte (counted, cursor not stepped), exit

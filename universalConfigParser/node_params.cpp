@@ -31,6 +31,17 @@ node_end finish_node(const node &n, uint32_t &updated) noexcept
     return node_end::next;
 }
 
+node_end keyed_node(node &n, const keys::table &keys, void *record, uint32_t &updated) noexcept
+{
+    while (param p = next_param(n)) {
+        const keys::key *k = keys::find(keys, p.name_view());
+        const image_lock lock;
+        if (k != nullptr)
+            keys::store(*k, record, p.value());
+    }
+    return finish_node(n, updated);
+}
+
 node_end skip_unknown(node &n) noexcept
 {
     while (param p = next_param(n))

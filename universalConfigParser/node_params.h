@@ -18,6 +18,8 @@
 // whole message when a param did not fit in it.
 #pragma once
 
+#include "cfgmngr/key_table.h"
+
 #include <cfgparser.h>
 
 #include <cstddef>
@@ -90,6 +92,7 @@ public:
         return name_[0] == key[0] && std::memcmp(name_, key.data(), key.size()) == 0;
     }
     const char *name() const noexcept { return name_; }
+    std::string_view name_view() const noexcept { return {name_, name_length_}; }
     const char *value() const noexcept { return value_; } // null: no value
 
 private:
@@ -116,6 +119,11 @@ public:
 // Ends a node: a malformed node stops the message and keeps its stamp;
 // otherwise the stamp gets the current seconds under the lock.
 node_end finish_node(const node &n, uint32_t &updated) noexcept;
+
+// The param loop of a section with a key table: each param's row is found
+// before the lock is taken, stored into `record` under it, and the param freed
+// after it is released; then the node ends as finish_node ends it.
+node_end keyed_node(node &n, const keys::table &keys, void *record, uint32_t &updated) noexcept;
 
 // Reads and drops the params of a node that no handler knows.
 node_end skip_unknown(node &n) noexcept;

@@ -1,0 +1,73 @@
+// Key lookup and the reading of a row's member, shared by the parser, the
+// writers and the tool.
+#include "cfgmngr/key_table.h"
+
+#include <cstring>
+
+namespace cfg::keys {
+
+const key *find(const table &t, std::string_view name) noexcept
+{
+    const std::size_t n = t.rows.size();
+    if (n == 0)
+        return nullptr;
+    // Most names are a key as it stands.
+    for (std::size_t slot = name_hash(name) & t.hash_mask; t.hashed[slot] != 0;
+         slot = (slot + 1) & t.hash_mask) {
+        const std::size_t p = t.hashed[slot] - 1u;
+        if (t.rows[t.sorted[p]].name == name)
+            return &t.rows[t.winner[p]];
+    }
+    // Otherwise the longest key the name begins with is a prefix of the
+    // greatest key not above the name: find that key, then step to shorter
+    // keys it begins with until one is a prefix of the name.
+    std::size_t lo = 0, hi = n; // first key above the name
+    while (lo < hi) {
+        const std::size_t mid = (lo + hi) / 2;
+        if (t.rows[t.sorted[mid]].name <= name)
+            lo = mid + 1;
+        else
+            hi = mid;
+    }
+    if (lo == 0)
+        return nullptr;
+    int p = static_cast<int>(lo - 1);
+    const std::string_view greatest = t.rows[t.sorted[p]].name;
+    std::size_t common = 0;
+    while (common < greatest.size() && common < name.size() && greatest[common] == name[common])
+        ++common;
+    while (p >= 0 && t.rows[t.sorted[p]].name.size() > common)
+        p = t.parent[p];
+    return p < 0 ? nullptr : &t.rows[t.winner[p]];
+}
+
+namespace {
+
+const uint8_t *member(const key &k, const void *record, unsigned entry) noexcept
+{
+    return static_cast<const uint8_t *>(record) + k.at.offset + static_cast<std::size_t>(entry) * k.stride;
+}
+
+} // namespace
+
+int64_t read_number(const key &k, const void *record, unsigned entry) noexcept
+{
+    const uint8_t *at = member(k, record, entry);
+    uint64_t bits = 0;
+    int64_t value = 0;
+    switch (k.at.size) {
+    case 1: { uint8_t v; std::memcpy(&v, at, 1); bits = v; value = k.at.is_signed ? static_cast<int8_t>(v) : v; break; }
+    case 2: { uint16_t v; std::memcpy(&v, at, 2); bits = v; value = k.at.is_signed ? static_cast<int16_t>(v) : v; break; }
+    default: { uint32_t v; std::memcpy(&v, at, 4); bits = v; value = k.at.is_signed ? static_cast<int32_t>(v) : v; break; }
+    }
+    if (k.at.width == 0)
+        return value;
+    return static_cast<int64_t>((bits >> k.at.bit) & ((1u << k.at.width) - 1u));
+}
+
+const char *field_bytes(const key &k, const void *record, unsigned entry) noexcept
+{
+    return reinterpret_cast<const char *>(member(k, record, entry));
+}
+
+} // namespace cfg::keys

@@ -1,0 +1,354 @@
+// Key tables: every param of a keyed section stated once, as data.
+//
+// A row names the key, how its value is read (its kind and bounds, or a
+// named converter for the few keys that need their own rule), its default
+// and the record member it lands in. The parser finds a param's row with
+// find() and stores it with store(); the writers send a row's member with
+// msg_writer::field(); the cfgmsg tool prints the tables as a parameter
+// reference and explains with them why a value was not stored as sent.
+//
+// A table keeps the order in which the keys are matched: a param name is
+// compared with each key over the key's own length and the first key that
+// matches decides, so a key that is the prefix of another comes after it
+// ("IPADDR2" before "IPADDR"). find() answers exactly that without walking
+// the rows (a hash of the whole name, then a sorted index for names that only
+// begin with a key).
+//
+// A section's table reads like this:
+//
+//     #define F(member) CFG_FIELD(tr069_cfg_t, member)
+//     inline constexpr key tr069_keys[] = {
+//         checkbox("Enable", F(enable)),
+//         text("URL", F(url)),
+//         urange("PeriodicInformInterval", F(periodic_inform_interval), 1, uint_max, 30),
+//         ...
+//     };
+//     #undef F
+#pragma once
+
+#include <cfgparser.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+namespace cfg::keys {
+
+// How a value is read.
+enum class kind : uint8_t {
+    text,     // char[N]: at most N - 1 characters, longer values cut; no value zero-fills
+    checkbox, // 1 for a non-zero number or a value starting with 'y', else 0
+    range,    // signed number in min..max, else (and for no value) the default
+    urange,   // unsigned number in min..max, else (and for no value) the default
+    number,   // "%d": no value stores the default, a value without a number keeps the field
+    integer,  // leading number taken as it is (no number reads 0); no value stores the default
+    hex,      // "0x" and a hexadecimal number, else the field is kept; no value stores the default
+    special,  // a rule of its own, named by `rule`
+};
+
+// The keys whose value follows a rule of its own.
+enum class rule : uint8_t {
+    none,
+    pickup_groups,    // "1,5;31": bit g for each group 0..31
+    text_or_default,  // text; no value stores the default text (`text_default`)
+    number_or_keep,   // "%d"; no value or no number keeps the field
+    text_and_flag,    // text; also raises the byte member at `aux` to 1
+    packet_time,      // non-zero multiple of `min` below `max`, else the default
+    g726_packet_time, // 10, 20 or 30, else the default
+    t38_datagram,     // exactly "0", or a size in min..max, else the default
+};
+
+// How a writer sends a member.
+enum class sent : uint8_t {
+    none, // no writer of the section sends it
+    uint, // "%u"
+    sint, // "%d"
+    hex,  // "0x%x"
+    text, // the text field as it stands
+    pickup_groups, // the set bits as "1,5,31"
+};
+
+// Where a value lands: `size` bytes at `offset` of the section's record, or
+// `width` bits from bit `bit` of that member (width 0: the whole member).
+// Keys that carry an entry number after them ("prio3") address entry n at
+// offset + n * stride, n in 0..count-1.
+struct field {
+    uint16_t offset = 0;
+    uint16_t size = 0;
+    uint8_t bit = 0;
+    uint8_t width = 0;
+    bool is_signed = false;
+    bool is_text = false;
+};
+
+struct key {
+    std::string_view name;      // matched over its own length
+    std::string_view sent_name; // what the writers send, where it differs
+    kind how = kind::text;
+    rule special = rule::none;
+    sent out = sent::none;
+    field at;
+    int64_t min = 0;
+    int64_t max = 0;
+    int64_t def = 0;
+    std::string_view text_default; // rule::text_or_default
+    uint16_t aux = 0;              // rule::text_and_flag: offset of the flag
+    uint8_t count = 0;             // numbered keys: entries 0..count-1
+    uint16_t stride = 0;           // numbered keys: bytes between entries
+
+    // The writers' name for the key.
+    constexpr std::string_view wire_name() const noexcept { return sent_name.empty() ? name : sent_name; }
+
+    // Modifiers for the rows of a table.
+    constexpr key as(std::string_view writer_name) const noexcept
+    {
+        key k = *this;
+        k.sent_name = writer_name;
+        return k;
+    }
+    constexpr key sent_as(sent how_sent) const noexcept
+    {
+        key k = *this;
+        k.out = how_sent;
+        return k;
+    }
+    constexpr key with_text_default(std::string_view text) const noexcept
+    {
+        key k = *this;
+        k.text_default = text;
+        return k;
+    }
+    constexpr key not_sent() const noexcept { return sent_as(sent::none); }
+    constexpr key numbered(uint8_t entries, uint16_t bytes_between) const noexcept
+    {
+        key k = *this;
+        k.count = entries;
+        k.stride = bytes_between;
+        return k;
+    }
+};
+
+// The field of a record member (also nested: CFG_FIELD(network_cfg_t, vlan_if[1].vid)).
+template <typename Member>
+constexpr field field_of(std::size_t offset) noexcept
+{
+    using M = std::remove_cvref_t<Member>;
+    field f;
+    f.offset = static_cast<uint16_t>(offset);
+    f.size = static_cast<uint16_t>(sizeof(M));
+    if constexpr (std::is_array_v<M>) {
+        f.is_text = true;
+    } else {
+        f.is_signed = std::is_signed_v<M>;
+    }
+    return f;
+}
+
+#define CFG_FIELD(record, member)                                                                  \
+    ::cfg::keys::field_of<decltype(std::declval<record &>().member)>(offsetof(record, member))
+
+// Bits `bit`..`bit + width - 1` of an integer member.
+constexpr field bits(field f, unsigned bit, unsigned width = 1) noexcept
+{
+    f.bit = static_cast<uint8_t>(bit);
+    f.width = static_cast<uint8_t>(width);
+    return f;
+}
+
+constexpr sent sent_number(const field &f) noexcept { return f.is_signed ? sent::sint : sent::uint; }
+
+// Row builders, one per kind. The writers send a row as its member's type
+// reads (signed or unsigned number, text) unless the row says otherwise.
+constexpr key make_key(std::string_view name, kind how, field f, int64_t min = 0, int64_t max = 0,
+                       int64_t def = 0) noexcept
+{
+    key k;
+    k.name = name;
+    k.how = how;
+    k.out = f.is_text ? sent::text : sent_number(f);
+    k.at = f;
+    k.min = min;
+    k.max = max;
+    k.def = def;
+    return k;
+}
+constexpr key text(std::string_view name, field f) noexcept
+{
+    return make_key(name, kind::text, f);
+}
+constexpr key checkbox(std::string_view name, field f) noexcept
+{
+    return make_key(name, kind::checkbox, f, 0, 1).sent_as(sent::uint);
+}
+// A checkbox into one bit of a bit set.
+constexpr key flag(std::string_view name, field f, unsigned bit) noexcept
+{
+    return checkbox(name, bits(f, bit));
+}
+constexpr key range(std::string_view name, field f, int32_t min, int32_t max, int32_t def) noexcept
+{
+    return make_key(name, kind::range, f, min, max, def);
+}
+constexpr key urange(std::string_view name, field f, uint32_t min, uint32_t max, uint32_t def) noexcept
+{
+    return make_key(name, kind::urange, f, min, max, def);
+}
+constexpr key number(std::string_view name, field f, int32_t empty = 0) noexcept
+{
+    return make_key(name, kind::number, f, 0, 0, empty);
+}
+constexpr key integer(std::string_view name, field f, int32_t empty = 0) noexcept
+{
+    return make_key(name, kind::integer, f, 0, 0, empty);
+}
+constexpr key hex(std::string_view name, field f, uint32_t empty = 0) noexcept
+{
+    return make_key(name, kind::hex, f, 0, 0, empty).sent_as(sent::hex);
+}
+constexpr key special(std::string_view name, field f, rule r, int64_t min = 0, int64_t max = 0,
+                      int64_t def = 0) noexcept
+{
+    key k = make_key(name, kind::special, f, min, max, def);
+    k.special = r;
+    return k;
+}
+
+// ---------------------------------------------------------------------------
+// The index of a table, built at compile time.
+
+// FNV-1a over the name, the hash of the exact-name lookup.
+constexpr uint32_t name_hash(std::string_view name) noexcept
+{
+    uint32_t h = 2166136261u;
+    for (const char c : name)
+        h = (h ^ static_cast<uint8_t>(c)) * 16777619u;
+    return h;
+}
+
+constexpr std::size_t hash_slots_for(std::size_t rows) noexcept
+{
+    std::size_t slots = 8;
+    while (slots < rows * 2)
+        slots *= 2;
+    return slots;
+}
+
+template <std::size_t N>
+struct index_data {
+    static constexpr std::size_t slots = hash_slots_for(N);
+    std::array<uint16_t, N> sorted{};     // row numbers, names in ascending order
+    std::array<int16_t, N> parent{};      // sorted position of the longest key that is a
+                                          // proper prefix of this one (-1: none)
+    std::array<uint16_t, N> winner{};     // row that a name equal to this key selects
+    std::array<uint16_t, slots> hashed{}; // sorted position + 1 of each key, open addressing
+};
+
+template <std::size_t N>
+constexpr index_data<N> make_index(const key (&rows)[N]) noexcept
+{
+    index_data<N> d;
+    for (std::size_t i = 0; i < N; ++i)
+        d.sorted[i] = static_cast<uint16_t>(i);
+    // Insertion sort, stable: equal names keep their table order.
+    for (std::size_t i = 1; i < N; ++i)
+        for (std::size_t j = i; j > 0 && rows[d.sorted[j]].name < rows[d.sorted[j - 1]].name; --j)
+            std::swap(d.sorted[j], d.sorted[j - 1]);
+    for (std::size_t p = 0; p < N; ++p) {
+        const std::string_view name = rows[d.sorted[p]].name;
+        d.parent[p] = -1;
+        std::size_t longest = 0;
+        for (std::size_t q = 0; q < N; ++q) {
+            const std::string_view other = rows[d.sorted[q]].name;
+            if (other.size() < name.size() && name.starts_with(other) &&
+                (d.parent[p] < 0 || other.size() >= longest)) {
+                d.parent[p] = static_cast<int16_t>(q);
+                longest = other.size();
+            }
+        }
+        // The first row (in table order) whose key the name begins with.
+        std::size_t first = N;
+        for (std::size_t r = 0; r < N && first == N; ++r)
+            if (name.starts_with(rows[r].name))
+                first = r;
+        d.winner[p] = static_cast<uint16_t>(first);
+        std::size_t slot = name_hash(name) & (index_data<N>::slots - 1);
+        while (d.hashed[slot] != 0)
+            slot = (slot + 1) & (index_data<N>::slots - 1);
+        d.hashed[slot] = static_cast<uint16_t>(p + 1);
+    }
+    return d;
+}
+
+// A table and its index, as the parser and the tool use it.
+struct table {
+    std::span<const key> rows;
+    const uint16_t *sorted;
+    const int16_t *parent;
+    const uint16_t *winner;
+    const uint16_t *hashed;
+    std::size_t hash_mask;
+};
+
+template <std::size_t N>
+constexpr table make_table(const key (&rows)[N], const index_data<N> &index) noexcept
+{
+    return table{rows, index.sorted.data(), index.parent.data(), index.winner.data(),
+                 index.hashed.data(), index_data<N>::slots - 1};
+}
+
+// The row a param name selects (the first key in table order that the name
+// begins with), or nullptr when it begins with none.
+const key *find(const table &t, std::string_view name) noexcept;
+
+// Reached only by row() below for a name that no row has: not constexpr, so
+// such a lookup stops the build.
+inline void no_such_key() noexcept {}
+
+// The row of a key by its exact name, at compile time (for the writers).
+template <std::size_t N>
+consteval const key &row(const key (&rows)[N], std::string_view name)
+{
+    for (const key &k : rows)
+        if (k.name == name)
+            return k;
+    no_such_key();
+    return rows[0];
+}
+
+// The positions of keys in a table, by their exact names, at compile time: a
+// writer's list of the keys it sends, in the order it sends them.
+template <std::size_t N>
+consteval uint16_t position(const key (&rows)[N], std::string_view name)
+{
+    for (std::size_t i = 0; i < N; ++i)
+        if (rows[i].name == name)
+            return static_cast<uint16_t>(i);
+    no_such_key();
+    return 0;
+}
+
+template <std::size_t N, typename... Names>
+consteval auto pick(const key (&rows)[N], Names... names)
+{
+    return std::array<uint16_t, sizeof...(Names)>{position(rows, std::string_view(names))...};
+}
+
+// ---------------------------------------------------------------------------
+// Stores and reads.
+
+// Stores a value (null: no value) into the row's member of `record`, entry
+// `entry` of a numbered key.
+void store(const key &k, void *record, const char *value, unsigned entry = 0) noexcept;
+
+// The member of `record` as a number (bits read out, sign extended where the
+// member is signed).
+int64_t read_number(const key &k, const void *record, unsigned entry = 0) noexcept;
+
+// The member of `record` as a text field: its bytes and size.
+const char *field_bytes(const key &k, const void *record, unsigned entry = 0) noexcept;
+
+} // namespace cfg::keys

@@ -1,0 +1,143 @@
+// Stores a param's value by its key row: the converters of every kind of
+// key, and the few keys with a rule of their own.
+#include "cfgmngr/key_table.h"
+#include "universalConfigParser/text_numbers.h"
+
+#include <cstring>
+
+namespace cfg::keys {
+namespace {
+
+uint8_t *member(const key &k, void *record, unsigned entry) noexcept
+{
+    return static_cast<uint8_t *>(record) + k.at.offset + static_cast<std::size_t>(entry) * k.stride;
+}
+
+// Writes a number as a cast to the member's type writes it (its low bytes),
+// or into the member's bits.
+void put(const key &k, uint8_t *at, int64_t value) noexcept
+{
+    auto v = static_cast<uint32_t>(value);
+    if (k.at.width != 0) {
+        uint32_t word = 0;
+        std::memcpy(&word, at, k.at.size); // little-endian targets: the low bytes
+        const uint32_t mask = ((1u << k.at.width) - 1u) << k.at.bit;
+        v = (word & ~mask) | ((v << k.at.bit) & mask);
+    }
+    switch (k.at.size) {
+    case 1: { const auto b = static_cast<uint8_t>(v); std::memcpy(at, &b, 1); break; }
+    case 2: { const auto h = static_cast<uint16_t>(v); std::memcpy(at, &h, 2); break; }
+    default: std::memcpy(at, &v, 4); break;
+    }
+}
+
+bool pickup_separator(char c) noexcept
+{
+    return c == ',' || c == ';';
+}
+
+// Pickup groups: numbers separated by ',' or ';' (a run of separators counts
+// as one). 0..31 set their bit, other numbers are ignored, a piece without a
+// number reads as 0. Only the first 255 characters of the value are read.
+uint32_t pickup_groups(const char *value) noexcept
+{
+    if (numbers::absent(value))
+        return 0;
+    char copy[256];
+    get_string(copy, sizeof copy, value);
+    uint32_t groups = 0;
+    const char *at = copy;
+    for (;;) {
+        while (pickup_separator(*at))
+            ++at;
+        if (*at == '\0')
+            return groups;
+        const int32_t g = numbers::parse_int(at); // stops at the next separator
+        if (g >= 0 && g <= 31)
+            groups |= 1u << g;
+        while (*at != '\0' && !pickup_separator(*at))
+            ++at;
+    }
+}
+
+void store_special(const key &k, uint8_t *at, void *record, const char *value) noexcept
+{
+    const auto min = static_cast<int32_t>(k.min);
+    const auto max = static_cast<int32_t>(k.max);
+    const auto def = static_cast<int32_t>(k.def);
+    switch (k.special) {
+    case rule::none:
+        return;
+    case rule::pickup_groups:
+        return put(k, at, pickup_groups(value));
+    case rule::text_or_default:
+        return get_string(reinterpret_cast<char *>(at), k.at.size,
+                          numbers::absent(value) ? k.text_default.data() : value);
+    case rule::number_or_keep: {
+        int32_t n = 0;
+        if (!numbers::absent(value) && numbers::scan_int(value, n))
+            put(k, at, n);
+        return;
+    }
+    case rule::text_and_flag:
+        get_string(reinterpret_cast<char *>(at), k.at.size, value);
+        static_cast<uint8_t *>(record)[k.aux] = 1;
+        return;
+    case rule::packet_time: {
+        // The remainder is that of signed division, so -30 passes for a step of 30.
+        const int32_t n = numbers::absent(value) ? def : numbers::parse_int(value);
+        return put(k, at, n != 0 && n % min == 0 && n < max ? n : def);
+    }
+    case rule::g726_packet_time: {
+        const int32_t n = numbers::absent(value) ? def : numbers::parse_int(value);
+        return put(k, at, (n == 10 || n == 20 || n == 30) ? n : def);
+    }
+    case rule::t38_datagram:
+        if (value != nullptr && std::strcmp(value, "0") == 0)
+            return put(k, at, 0);
+        return put(k, at, get_digit_from_min_to_max_or_set_default(value, min, max, def));
+    }
+}
+
+} // namespace
+
+void store(const key &k, void *record, const char *value, unsigned entry) noexcept
+{
+    uint8_t *at = member(k, record, entry);
+    switch (k.how) {
+    case kind::text:
+        return get_string(reinterpret_cast<char *>(at), k.at.size, value);
+    case kind::checkbox:
+        return put(k, at, get_checkbox(value));
+    case kind::range:
+        return put(k, at, get_digit_from_min_to_max_or_set_default(
+                              value, static_cast<int32_t>(k.min), static_cast<int32_t>(k.max),
+                              static_cast<int32_t>(k.def)));
+    case kind::urange:
+        return put(k, at, get_long_from_min_to_max_or_set_default(
+                              value, static_cast<uint32_t>(k.min), static_cast<uint32_t>(k.max),
+                              static_cast<uint32_t>(k.def)));
+    case kind::number: {
+        if (numbers::absent(value))
+            return put(k, at, k.def);
+        int32_t n = 0;
+        if (numbers::scan_int(value, n))
+            put(k, at, n);
+        return;
+    }
+    case kind::integer:
+        return put(k, at, numbers::absent(value) ? k.def : numbers::parse_int(value));
+    case kind::hex: {
+        if (numbers::absent(value))
+            return put(k, at, k.def);
+        uint32_t n = 0;
+        if (value[0] == '0' && value[1] == 'x' && numbers::scan_hex(value + 2, n))
+            put(k, at, n);
+        return;
+    }
+    case kind::special:
+        return store_special(k, at, record, value);
+    }
+}
+
+} // namespace cfg::keys
