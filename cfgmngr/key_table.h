@@ -60,6 +60,10 @@ enum class rule : uint8_t {
     packet_time,      // non-zero multiple of `min` below `max`, else the default
     g726_packet_time, // 10, 20 or 30, else the default
     t38_datagram,     // exactly "0", or a size in min..max, else the default
+    // ---- rules of the VoIP sections
+
+    // ---- rules of the network and switch sections
+
 };
 
 // How a writer sends a member.

@@ -1,18 +1,50 @@
-// The lookup index of every key table, built at compile time.
+// The lookup index of every key table, built at compile time, and the node
+// kinds that use them.
 #include "cfgmngr/key_tables.h"
 
 #include "cfgmngr/keys_network.h"
 #include "cfgmngr/keys_ports.h"
 
+#include <cstddef>
+
 namespace cfg::keys {
 namespace {
 
+// ---- VoIP sections
 constexpr auto ports_index = make_index(port_keys);
+
+// ---- Network and switch sections
 constexpr auto tr069_index = make_index(tr069_keys);
 
 } // namespace
 
+// ---- VoIP sections
 constinit const table ports = make_table(port_keys, ports_index);
+
+// ---- Network and switch sections
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
+
+namespace {
+
+#define IMAGE(member) static_cast<uint32_t>(offsetof(cfg_image_t, member))
+
+constexpr node_kind kinds[] = {
+    // ---- VoIP sections
+    {"config.VOIP.ports.port_def_{0..7}", &ports, port_keys, IMAGE(port_defaults), sizeof(port_cfg_t), 0, 7,
+     "profile_def_port_to_file"},
+    {"config.VOIP.ports.port_{0..71}", &ports, port_keys, IMAGE(ports), sizeof(port_cfg_t), 0, 71,
+     "one_port_to_file"},
+    // ---- Network and switch sections
+    {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), 0, 0, 0, "save_acs"},
+};
+
+#undef IMAGE
+
+} // namespace
+
+std::span<const node_kind> node_kinds() noexcept
+{
+    return kinds;
+}
 
 } // namespace cfg::keys

@@ -1,12 +1,37 @@
 // The key tables of every keyed section with their lookup index, for the
-// section handlers and the tool. The rows themselves are in keys_*.h.
+// section handlers and the tool, and the nodes that use each table. The rows
+// themselves are in keys_*.h.
 #pragma once
 
 #include "cfgmngr/key_table.h"
 
+#include <cstdint>
+#include <span>
+#include <string_view>
+
 namespace cfg::keys {
 
+// ---- VoIP sections
 extern const table ports;
+
+// ---- Network and switch sections
 extern const table tr069;
+
+// A kind of node the parser stores with a key table: its path, where a
+// numbered part ("port_{0..71}") stands as `{first..last}`, and where its
+// record lies in the image (entry n at image_offset + n * stride).
+struct node_kind {
+    std::string_view path;
+    const table *keys;
+    const key *rows; // the same rows, for code that needs them without the index
+    uint32_t image_offset;
+    uint32_t stride;
+    uint16_t first; // numbered part: first..last (both 0: not numbered)
+    uint16_t last;
+    std::string_view writer; // the writer that sends the node, empty: none
+};
+
+// Every keyed node kind, in the order of the parser's classification.
+std::span<const node_kind> node_kinds() noexcept;
 
 } // namespace cfg::keys

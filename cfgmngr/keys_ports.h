@@ -63,7 +63,7 @@ inline constexpr key port_keys[] = {
     text("tdmhotnumber", F(tdmhotnumber)),
     FLAG(ct_unconditional),
     FLAG(ct_outofservice),
-    text("ct_number", F(ct_number)),
+    text("ct_number", F(ct_number)).not_sent(), // no port writer sends it
     text("cfu_number", F(cfu_number)),
     text("cfb_number", F(cfb_number)),
     text("cfnr_number", F(cfnr_number)),
