@@ -35,7 +35,7 @@ constexpr node_kind kinds[] = {
     {"config.VOIP.ports.port_{0..71}", &ports, port_keys, IMAGE(ports), sizeof(port_cfg_t), 0, 71,
      "one_port_to_file"},
     // ---- Network and switch sections
-    {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), 0, 0, 0, "save_acs"},
+    {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},
 };
 
 #undef IMAGE

@@ -19,7 +19,8 @@ extern const table tr069;
 
 // A kind of node the parser stores with a key table: its path, where a
 // numbered part ("port_{0..71}") stands as `{first..last}`, and where its
-// record lies in the image (entry n at image_offset + n * stride).
+// record lies in the image (entry n at image_offset + n * stride; stride is
+// the record's size also where the node is not numbered).
 struct node_kind {
     std::string_view path;
     const table *keys;

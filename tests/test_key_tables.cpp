@@ -1,0 +1,366 @@
+// Properties of every key table, checked through the library's entry points:
+// each row is reached by its own name, parses by the rule of its kind into
+// its own member (and nothing else), and every row a writer sends comes back
+// to the same member when the writer's output is parsed again. Rows with a
+// rule of their own are covered by their section's tests.
+#include "support.h"
+
+#include "cfgmngr/key_tables.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+
+namespace {
+
+using cfg::keys::key;
+using cfg::keys::kind;
+using cfg::keys::node_kind;
+
+// The path of entry `n` of a node kind ("port_{0..71}" -> "port_5").
+std::string concrete_path(const node_kind &nk, unsigned n)
+{
+    std::string path(nk.path);
+    const auto open = path.find('{');
+    if (open != std::string::npos)
+        path.replace(open, path.find('}') - open + 1, std::to_string(n));
+    return path;
+}
+
+// A param name that selects the row (entry `entry` of a numbered key).
+std::string param_name(const key &k, unsigned entry)
+{
+    std::string name(k.name);
+    if (k.count != 0)
+        name += std::to_string(entry);
+    return name;
+}
+
+struct place {
+    const node_kind *nk;
+    unsigned node_entry; // which record of the node kind
+    unsigned key_entry;  // which entry of a numbered key
+};
+
+const uint8_t *record_of(const cfg_image_t &image, const place &at)
+{
+    return reinterpret_cast<const uint8_t *>(&image) + at.nk->image_offset + at.node_entry * at.nk->stride;
+}
+
+// The value of a number as the member's type holds it.
+int64_t as_member(const key &k, int64_t v)
+{
+    if (k.at.width != 0)
+        return v & ((int64_t{1} << k.at.width) - 1);
+    switch (k.at.size) {
+    case 1: return k.at.is_signed ? int64_t{static_cast<int8_t>(v)} : int64_t{static_cast<uint8_t>(v)};
+    case 2: return k.at.is_signed ? int64_t{static_cast<int16_t>(v)} : int64_t{static_cast<uint16_t>(v)};
+    default: return k.at.is_signed ? int64_t{static_cast<int32_t>(v)} : int64_t{static_cast<uint32_t>(v)};
+    }
+}
+
+std::string node_text(const std::string &path, const std::string &params)
+{
+    return "[" + path + "]\n" + params;
+}
+
+std::string param_line(const std::string &name, const std::optional<std::string> &value)
+{
+    return name + " =" + (value ? " " + *value : std::string()) + "\n";
+}
+
+// Parses one param into a fresh image (after `before`, a param line set
+// first) and returns the image.
+support::image_ptr parse_one(const place &at, const key &k, const std::optional<std::string> &value,
+                             const std::string &before = {})
+{
+    auto image = support::fresh_image();
+    support::parse(*image, node_text(concrete_path(*at.nk, at.nk->first + at.node_entry),
+                                     before + param_line(param_name(k, at.key_entry), value)));
+    return image;
+}
+
+int64_t stored_number(const cfg_image_t &image, const place &at, const key &k)
+{
+    return cfg::keys::read_number(k, record_of(image, at), at.key_entry);
+}
+
+std::string stored_text(const cfg_image_t &image, const place &at, const key &k)
+{
+    const char *bytes = cfg::keys::field_bytes(k, record_of(image, at), at.key_entry);
+    return std::string(bytes, strnlen(bytes, k.at.size));
+}
+
+// Every row of every node kind, at the last record of the node kind and the
+// last entry of a numbered key.
+template <typename Check>
+void for_every_row(Check check)
+{
+    for (const node_kind &nk : cfg::keys::node_kinds()) {
+        const place at{&nk, static_cast<unsigned>(nk.last - nk.first), 0};
+        for (const key &k : nk.keys->rows) {
+            place p = at;
+            p.key_entry = k.count == 0 ? 0 : k.count - 1u;
+            SCOPED_TRACE(concrete_path(nk, nk.last) + " " + param_name(k, p.key_entry));
+            check(p, k);
+        }
+    }
+}
+
+TEST(KeyTables, EveryKeyIsReachedByItsOwnName)
+{
+    for (const node_kind &nk : cfg::keys::node_kinds())
+        for (const key &k : nk.keys->rows)
+            EXPECT_EQ(cfg::keys::find(*nk.keys, k.name), &k) << nk.path << " " << k.name;
+}
+
+// No two rows share a member (or a bit of one): a row copied with the wrong
+// member name would.
+TEST(KeyTables, RowsOwnDistinctMembers)
+{
+    for (const node_kind &nk : cfg::keys::node_kinds()) {
+        const auto rows = nk.keys->rows;
+        for (std::size_t a = 0; a < rows.size(); ++a)
+            for (std::size_t b = a + 1; b < rows.size(); ++b) {
+                const auto &x = rows[a].at;
+                const auto &y = rows[b].at;
+                // Numbered keys are compared at their first entry.
+                const bool bytes_meet = x.offset < y.offset + y.size && y.offset < x.offset + x.size;
+                const bool bits_apart = x.width != 0 && y.width != 0 && x.offset == y.offset &&
+                                        (x.bit + x.width <= y.bit || y.bit + y.width <= x.bit);
+                EXPECT_FALSE(bytes_meet && !bits_apart) << nk.path << ": " << rows[a].name << " and " << rows[b].name;
+            }
+    }
+}
+
+// Names the way the configuration manager sends them: longer than a key
+// (the first key in table order that the name begins with decides), or
+// beginning with no key at all.
+TEST(KeyTables, LongerNamesSelectTheFirstKeyTheyBeginWith)
+{
+    for (const node_kind &nk : cfg::keys::node_kinds()) {
+        const auto rows = nk.keys->rows;
+        for (const key &k : rows) {
+            for (const std::string tail : {"x", "_1", "9z"}) {
+                const std::string name = std::string(k.name) + tail;
+                const key *first = nullptr;
+                for (const key &candidate : rows)
+                    if (std::string_view(name).starts_with(candidate.name)) {
+                        first = &candidate;
+                        break;
+                    }
+                EXPECT_EQ(cfg::keys::find(*nk.keys, name), first) << nk.path << " " << name;
+            }
+        }
+        EXPECT_EQ(cfg::keys::find(*nk.keys, "\x7f-no-such-key"), nullptr);
+        EXPECT_EQ(cfg::keys::find(*nk.keys, ""), nullptr);
+    }
+}
+
+TEST(KeyTables, NumbersKeepTheirBoundsAndDefaults)
+{
+    for_every_row([](const place &at, const key &k) {
+        if (k.how != kind::range && k.how != kind::urange)
+            return;
+        const auto stored = [&](const std::optional<std::string> &v) {
+            return stored_number(*parse_one(at, k, v), at, k);
+        };
+        const auto value = [&](int64_t v) {
+            // An unsigned bound is sent as its unsigned text.
+            return k.how == kind::urange ? std::to_string(static_cast<uint32_t>(v)) : std::to_string(v);
+        };
+        EXPECT_EQ(stored(value(k.min)), as_member(k, k.min));
+        EXPECT_EQ(stored(value(k.max)), as_member(k, k.max));
+        const int64_t lowest = k.how == kind::urange ? 0 : INT32_MIN;
+        const int64_t highest = k.how == kind::urange ? UINT32_MAX : INT32_MAX;
+        if (k.min > lowest) {
+            EXPECT_EQ(stored(value(k.min - 1)), as_member(k, k.def)) << "one below";
+        }
+        if (k.max < highest) {
+            EXPECT_EQ(stored(value(k.max + 1)), as_member(k, k.def)) << "one above";
+        }
+        EXPECT_EQ(stored(std::nullopt), as_member(k, k.def)) << "no value";
+        // Text without a number reads as 0, which is stored when in range.
+        EXPECT_EQ(stored("none"), as_member(k, k.min <= 0 && 0 <= k.max ? 0 : k.def)) << "no number";
+    });
+}
+
+TEST(KeyTables, OtherNumbersFollowTheirKind)
+{
+    for_every_row([](const place &at, const key &k) {
+        const std::string set = param_line(param_name(k, at.key_entry), "42");
+        const auto stored = [&](const std::optional<std::string> &v, const std::string &before = {}) {
+            return stored_number(*parse_one(at, k, v, before), at, k);
+        };
+        switch (k.how) {
+        case kind::checkbox:
+            EXPECT_EQ(stored("1"), 1);
+            EXPECT_EQ(stored("7"), 1);
+            EXPECT_EQ(stored("yes"), 1);
+            EXPECT_EQ(stored("0"), 0);
+            EXPECT_EQ(stored("no"), 0);
+            EXPECT_EQ(stored(std::nullopt), 0);
+            break;
+        case kind::number: // a value without a number keeps the field
+            EXPECT_EQ(stored("42"), as_member(k, 42));
+            EXPECT_EQ(stored("none", set), as_member(k, 42));
+            EXPECT_EQ(stored(std::nullopt, set), as_member(k, k.def));
+            break;
+        case kind::integer:
+            EXPECT_EQ(stored("-42"), as_member(k, -42));
+            EXPECT_EQ(stored("none", set), 0);
+            EXPECT_EQ(stored(std::nullopt, set), as_member(k, k.def));
+            break;
+        case kind::hex: { // "0x" required, else the field is kept
+            const std::string hex_set = param_line(param_name(k, at.key_entry), "0x2a");
+            EXPECT_EQ(stored("0x1F"), as_member(k, 0x1f));
+            EXPECT_EQ(stored("1F", hex_set), as_member(k, 0x2a));
+            EXPECT_EQ(stored(std::nullopt, hex_set), as_member(k, k.def));
+            break;
+        }
+        default:
+            break;
+        }
+    });
+}
+
+TEST(KeyTables, TextsAreCutAtTheirFieldAndEmptiedByNoValue)
+{
+    for_every_row([](const place &at, const key &k) {
+        if (k.how != kind::text)
+            return;
+        const std::string fits(k.at.size - 1u, 'a');
+        EXPECT_EQ(stored_text(*parse_one(at, k, fits), at, k), fits);
+        EXPECT_EQ(stored_text(*parse_one(at, k, fits + "bc"), at, k), fits) << "cut";
+        const auto emptied = parse_one(at, k, std::nullopt, param_line(param_name(k, at.key_entry), "x"));
+        const char *bytes = cfg::keys::field_bytes(k, record_of(*emptied, at), at.key_entry);
+        EXPECT_EQ(std::string(bytes, k.at.size), std::string(k.at.size, '\0')) << "zero-filled";
+    });
+}
+
+// The node's time-stamp, where the record holds it: a word that a parse sets
+// to the current seconds.
+bool is_stamp(const uint8_t *word)
+{
+    uint32_t v = 0;
+    std::memcpy(&v, word, 4);
+    const uint32_t now = cfgpars_get_monotonic_now_time();
+    return v + 5 >= now && v <= now + 5;
+}
+
+// A stored value lands in its own member (its own bits) and nowhere else:
+// the record differs from a fresh one only there (and in the node's stamp).
+TEST(KeyTables, AValueChangesOnlyItsMember)
+{
+    for_every_row([](const place &at, const key &k) {
+        if (k.how == kind::special)
+            return;
+        const char *value = k.how == kind::text ? "abc" : k.how == kind::hex ? "0xffffffff" : "1";
+        const auto image = parse_one(at, k, value);
+        const auto fresh = support::fresh_image();
+        const uint8_t *got = record_of(*image, at);
+        const uint8_t *was = record_of(*fresh, at);
+        const std::size_t from = k.at.offset + at.key_entry * std::size_t{k.stride};
+        const std::size_t own_mask = k.at.width == 0 ? 0 : ((std::size_t{1} << k.at.width) - 1) << k.at.bit;
+        for (std::size_t i = 0; i < at.nk->stride; ++i) {
+            const bool own = i >= from && i < from + k.at.size;
+            const auto mine = static_cast<uint8_t>(own ? (k.at.width == 0 ? 0xff : own_mask >> (8 * (i - from))) : 0);
+            if ((got[i] & ~mine & 0xff) == (was[i] & ~mine & 0xff))
+                continue;
+            if (i % 4 == 0 && i + 4 <= at.nk->stride && is_stamp(got + i)) {
+                i += 3;
+                continue;
+            }
+            ADD_FAILURE() << "byte " << i << " of the record changed";
+            break;
+        }
+    });
+}
+
+// ---------------------------------------------------------------------------
+// Writers
+
+using writer_call = std::function<int(uint8_t **, const cfg_image_t &, unsigned entry)>;
+
+// The writer that sends each node kind's record (entry: the record's number).
+const std::map<std::string_view, writer_call> &writers()
+{
+    static const std::map<std::string_view, writer_call> calls = {
+        {"one_port_to_file", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return one_port_to_file(c, n, &i.ports[n]); }},
+        {"profile_def_port_to_file", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_def_port_to_file(c, n, &i.port_defaults[n]); }},
+        {"save_acs", [](uint8_t **c, const cfg_image_t &i, unsigned) { return save_acs(c, &i.tr069); }},
+    };
+    return calls;
+}
+
+// A value of the row that is not its default, so that a writer that dropped
+// it would be seen.
+std::optional<std::string> telling_value(const key &k, std::size_t row)
+{
+    switch (k.how) {
+    case kind::text: return ("t" + std::to_string(row)).substr(0, k.at.size - 1u);
+    case kind::checkbox: return "1";
+    case kind::range:
+    case kind::urange: return std::to_string(k.max != k.def ? k.max : k.min);
+    case kind::number:
+    case kind::integer: return "42";
+    case kind::hex: return "0x2a";
+    case kind::special: return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+TEST(KeyTables, WritersSendTheirRowsBackToTheSameMembers)
+{
+    std::map<const cfg::keys::table *, std::set<std::string>> sent_by_any;
+    for (const node_kind &nk : cfg::keys::node_kinds()) {
+        SCOPED_TRACE(nk.path);
+        const auto call = writers().find(nk.writer);
+        ASSERT_NE(call, writers().end()) << "no writer call for " << nk.writer;
+        const unsigned n = nk.last - nk.first;
+        const place at{&nk, n, 0};
+        std::string params;
+        for (std::size_t r = 0; r < nk.keys->rows.size(); ++r) {
+            const key &k = nk.keys->rows[r];
+            if (const auto v = telling_value(k, r); v && k.count == 0)
+                params += param_line(std::string(k.name), v);
+        }
+        auto first = support::fresh_image();
+        support::parse(*first, node_text(concrete_path(nk, nk.first + n), params));
+        const auto out = support::write([&](uint8_t **c) { return call->second(c, *first, n); });
+        ASSERT_EQ(out.message.nodes.size(), 1u);
+        EXPECT_EQ(out.node().path, concrete_path(nk, nk.first + n));
+        auto second = support::fresh_image();
+        all_parser(second.get(), out.as_message().data());
+        for (const auto &p : out.node().params)
+            sent_by_any[nk.keys].insert(p.name);
+        for (const key &k : nk.keys->rows) {
+            if (k.out == cfg::keys::sent::none || k.count != 0 || k.how == kind::special)
+                continue;
+            const auto names = support::names(out.node());
+            if (std::find(names.begin(), names.end(), std::string(k.wire_name())) == names.end())
+                continue; // another writer of the table sends it (checked below)
+            if (k.how == kind::text)
+                EXPECT_EQ(stored_text(*second, at, k), stored_text(*first, at, k)) << k.name;
+            else
+                EXPECT_EQ(stored_number(*second, at, k), stored_number(*first, at, k)) << k.name;
+        }
+    }
+    // The rows marked as sent are the names the writers send.
+    for (const node_kind &nk : cfg::keys::node_kinds()) {
+        std::set<std::string> marked;
+        for (const key &k : nk.keys->rows)
+            if (k.out != cfg::keys::sent::none && k.count == 0)
+                marked.insert(std::string(k.wire_name()));
+        std::set<std::string> sent = sent_by_any[nk.keys];
+        std::erase_if(sent, [&](const std::string &name) {
+            const key *k = cfg::keys::find(*nk.keys, name);
+            return k != nullptr && k->count != 0;
+        });
+        EXPECT_EQ(sent, marked) << nk.path;
+    }
+}
+
+} // namespace
