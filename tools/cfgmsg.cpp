@@ -14,8 +14,10 @@
 // malformed message is reported with its byte offset before the library
 // sees it.
 #include "apply.h"
+#include "check.h"
 #include "msgjson.h"
 #include "msgtext.h"
+#include "schema.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -53,6 +55,10 @@ constexpr const char *main_help =
     "  apply FILE...    parse binary messages into one configuration and print it\n"
     "                   as the library's section writers send it (--json, --ports N)\n"
     "  diff A B         apply A and B and print the params that differ (--ports N)\n"
+    "  check FILE...    report the params that the library does not store as sent,\n"
+    "                   and why (--json, --ports N)\n"
+    "  schema [PATH]    print the parameter reference: every node path and param\n"
+    "                   with its kind, bounds, default and length (--json, --markdown)\n"
     "\n"
     "FILE may be '-' for standard input. 'cfgmsg COMMAND --help' describes a\n"
     "command. Exit status: 0 success, 1 bad or unreadable input, 2 usage error;\n"
@@ -382,6 +388,8 @@ int main(int argc, char **argv) {
         std::fputs(main_help, stdout);
         return exit_ok;
     }
+    if (name == "schema") return cfgmsg::schema_main(argc - 1, argv + 1);
+    if (name == "check") return cfgmsg::check_main(argc - 1, argv + 1);
     verb v;
     const char *help;
     if (name == "decode") v = verb::decode, help = decode_help;

@@ -1,0 +1,320 @@
+// cfgmsg check: which params of a message the library did not store exactly
+// as sent, and why.
+//
+// The messages are walked in order over an image of our own, with the
+// library's key tables: each param's row is found and stored by the
+// library's own store function, so the stored value is the one all_parser
+// stores. A value counts as stored as sent when the member, shown as the
+// section's writer would send it, reads back as the text that was sent.
+#include "check.h"
+
+#include "msgtext.h"
+#include "schema.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace cfgmsg {
+
+using cfg::keys::key;
+using cfg::keys::kind;
+using cfg::keys::node_kind;
+using cfg::keys::rule;
+
+namespace {
+
+struct finding {
+    std::string file;
+    std::string path;
+    std::string param;                 // empty: the whole node or message
+    std::optional<std::string> sent;   // nullopt: no value
+    std::optional<std::string> stored; // nullopt: nothing stored
+    std::string reason;
+};
+
+struct image_free {
+    void operator()(cfg_image_t *image) const noexcept { std::free(image); }
+};
+
+// "%d" reads a number here: white space, one sign, then a digit.
+bool has_number(const char *value)
+{
+    while (*value == ' ' || (*value >= '\t' && *value <= '\r'))
+        ++value;
+    if (*value == '+' || *value == '-')
+        ++value;
+    return *value >= '0' && *value <= '9';
+}
+
+std::string why(const key &k, const char *value, const std::string &stored)
+{
+    const bool absent = value == nullptr || value[0] == '\0';
+    const std::string def = "default " + stored + " used";
+    switch (k.how) {
+    case kind::text:
+        return "longer than its field (" + std::to_string(k.at.size - 1) + " characters): cut";
+    case kind::range:
+    case kind::urange:
+        if (absent)
+            return "no value: " + def;
+        if (!has_number(value))
+            return k.min <= 0 && 0 <= k.max ? "not a number: read as 0" : "not a number: " + def;
+        {
+            const int64_t n = k.how == kind::urange
+                                  ? int64_t{static_cast<uint32_t>(std::strtoll(value, nullptr, 10))}
+                                  : int64_t{static_cast<int32_t>(std::strtoll(value, nullptr, 10))};
+            if (n < k.min || n > k.max)
+                return "out of range " + rule_text(k).substr(0, rule_text(k).find(',')) + ": " + def;
+        }
+        return "read as " + stored;
+    case kind::number:
+    case kind::integer:
+    case kind::hex:
+        if (absent)
+            return "no value: " + stored + " stored";
+        if (k.how != kind::integer && !has_number(value))
+            return "not a number: value kept";
+        return "read as " + stored;
+    case kind::checkbox:
+        return "read as " + stored;
+    case kind::special:
+        break;
+    }
+    if (k.special == rule::text_or_default && absent)
+        return "no value: " + def;
+    if ((k.special == rule::text_or_default || k.special == rule::text_and_flag) && value != nullptr &&
+        std::strlen(value) > k.at.size - 1u)
+        return "longer than its field (" + std::to_string(k.at.size - 1) + " characters): cut";
+    return "read as " + stored;
+}
+
+// The rows whose stored member `check` can show as text: all but the list
+// entries with formats of their own.
+bool comparable(const key &k)
+{
+    switch (k.special) {
+    case rule::none:
+    case rule::pickup_groups:
+    case rule::text_or_default:
+    case rule::number_or_keep:
+    case rule::text_and_flag:
+    case rule::packet_time:
+    case rule::g726_packet_time:
+    case rule::t38_datagram:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// The node kind the parser stores a path with: the first kind (in the
+// parser's order) whose path is the path's beginning (numbered kinds: the
+// path itself, with its number in range).
+const node_kind *kind_of(const std::string &path, unsigned &entry)
+{
+    for (const node_kind &nk : cfg::keys::node_kinds()) {
+        const bool numbered = nk.path.find('{') != std::string_view::npos;
+        if (numbered) {
+            if (const auto n = path_entry(nk.path, path)) {
+                entry = *n;
+                return &nk;
+            }
+        } else if (std::string_view(path).starts_with(nk.path)) {
+            entry = 0;
+            return &nk;
+        }
+    }
+    return nullptr;
+}
+
+// The entry number after a numbered key ("prio3"): read as "%d"; -1 when
+// missing or out of range.
+int key_entry(const key &k, const std::string &name)
+{
+    const char *digits = name.c_str() + k.name.size();
+    if (!has_number(digits))
+        return -1;
+    const long long n = std::strtoll(digits, nullptr, 10);
+    return n >= 0 && n < k.count ? static_cast<int>(n) : -1;
+}
+
+void check_message(const std::string &file, const message &msg, cfg_image_t &image, std::vector<finding> &out)
+{
+    for (const node &nd : msg.nodes) {
+        unsigned entry = 0;
+        const node_kind *nk = kind_of(nd.path, entry);
+        if (nk == nullptr) {
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt, "unknown node: skipped"});
+            continue;
+        }
+        auto *record = reinterpret_cast<uint8_t *>(&image) + nk->image_offset + std::size_t{entry} * nk->stride;
+        for (const param &p : nd.params) {
+            const key *k = cfg::keys::find(*nk->keys, p.name);
+            if (k == nullptr) {
+                out.push_back({file, nd.path, p.name, p.value, std::nullopt, "unknown key: ignored"});
+                continue;
+            }
+            int n = 0;
+            if (k->count != 0 && (n = key_entry(*k, p.name)) < 0) {
+                out.push_back({file, nd.path, p.name, p.value, std::nullopt, "entry number out of range: ignored"});
+                continue;
+            }
+            // The two quote characters stand for an empty text.
+            const char *value = !p.value || *p.value == "\"\"" ? nullptr : p.value->c_str();
+            cfg::keys::store(*k, record, value, static_cast<unsigned>(n));
+            if (!comparable(*k))
+                continue;
+            const std::string stored = stored_text(*k, record, static_cast<unsigned>(n));
+            if (stored == (value == nullptr ? "" : value))
+                continue;
+            out.push_back({file, nd.path, p.name, p.value, stored, why(*k, value, stored)});
+        }
+    }
+}
+
+// A message from a file: binary, or its text form. A malformed binary
+// message gives an error beginning with "malformed: ".
+bool load_message(const std::string &file, message &msg, std::string &error)
+{
+    FILE *f = file == "-" ? stdin : std::fopen(file.c_str(), "rb");
+    if (f == nullptr) {
+        error = "cannot open " + file + ": " + std::strerror(errno);
+        return false;
+    }
+    std::vector<uint8_t> bytes;
+    uint8_t buf[65536];
+    std::size_t n;
+    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
+        bytes.insert(bytes.end(), buf, buf + n);
+    if (f != stdin)
+        std::fclose(f);
+    wire_error werr;
+    if (decode(bytes, msg, werr))
+        return true;
+    text_error terr;
+    if (!bytes.empty() && bytes[0] != 0 &&
+        parse_text(std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size()), msg, terr))
+        return true;
+    error = "malformed: malformed message at byte offset " + std::to_string(werr.offset) + ": " + werr.reason +
+            "; nothing after it is stored";
+    return false;
+}
+
+std::string quoted(const std::optional<std::string> &v)
+{
+    return v ? "\"" + escape(*v, field_kind::value) + "\"" : "(no value)";
+}
+
+constexpr const char *check_help =
+    "usage: cfgmsg check [--ports N] [--json] FILE...\n"
+    "\n"
+    "Reads the messages in order, as 'apply' does, and reports every param\n"
+    "that the library did not store exactly as sent: its node path, name, the\n"
+    "value sent, the value stored (as the section's writer sends it) and why:\n"
+    "  out of range or not a number: the default was used\n"
+    "  longer than its field: the text was cut\n"
+    "  unknown key: ignored; unknown node: skipped\n"
+    "  malformed message: where the message stopped\n"
+    "List entries with formats of their own (dial-plan rules, hosts, routes,\n"
+    "...) are stored but not compared.\n"
+    "\n"
+    "options:\n"
+    "  --ports N  max_ports of the image (0..72, default 72)\n"
+    "  --json     the findings as a JSON array of {\"file\", \"path\", \"param\",\n"
+    "             \"sent\", \"stored\", \"reason\"}\n"
+    "  --help     this text\n"
+    "\n"
+    "Exit status: 0 every param stored as sent, 1 any was not (or bad input),\n"
+    "2 usage error.\n";
+
+int usage(const std::string &text)
+{
+    std::fprintf(stderr, "cfgmsg: check: %s\ntry 'cfgmsg check --help'\n", text.c_str());
+    return 2;
+}
+
+}  // namespace
+
+int check_main(int argc, char **argv)
+{
+    bool json = false;
+    uint32_t ports = CFG_MAX_PORTS;
+    std::vector<std::string> files;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view arg = argv[i];
+        if (arg == "--help" || arg == "-h") {
+            std::fputs(check_help, stdout);
+            return 0;
+        }
+        if (arg == "--json") {
+            json = true;
+        } else if (arg == "--ports" || arg.starts_with("--ports=")) {
+            std::string n = arg == "--ports" ? (i + 1 < argc ? argv[++i] : "") : std::string(arg.substr(8));
+            char *end = nullptr;
+            errno = 0;
+            const unsigned long v = std::strtoul(n.c_str(), &end, 10);
+            if (n.empty() || n[0] < '0' || n[0] > '9' || *end != '\0' || errno != 0 || v > CFG_MAX_PORTS)
+                return usage("--ports wants a number from 0 to 72, not '" + n + "'");
+            ports = static_cast<uint32_t>(v);
+        } else if (arg.starts_with("-") && arg != "-") {
+            return usage("unknown option '" + std::string(arg) + "'");
+        } else {
+            files.emplace_back(arg);
+        }
+    }
+    if (files.empty())
+        return usage("missing FILE");
+
+    std::unique_ptr<cfg_image_t, image_free> image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
+    image->max_ports = ports;
+    std::vector<finding> findings;
+    for (const std::string &file : files) {
+        message msg;
+        std::string error;
+        if (!load_message(file, msg, error)) {
+            if (error.starts_with("malformed:")) {
+                findings.push_back({file, "", "", std::nullopt, std::nullopt, error.substr(11)});
+                continue;
+            }
+            std::fprintf(stderr, "cfgmsg: %s\n", error.c_str());
+            return 1;
+        }
+        check_message(file, msg, *image, findings);
+    }
+
+    if (json) {
+        auto all = nlohmann::ordered_json::array();
+        for (const finding &f : findings) {
+            nlohmann::ordered_json j;
+            j["file"] = f.file;
+            j["path"] = f.path;
+            j["param"] = f.param;
+            j["sent"] = f.sent ? nlohmann::ordered_json(*f.sent) : nlohmann::ordered_json();
+            j["stored"] = f.stored ? nlohmann::ordered_json(*f.stored) : nlohmann::ordered_json();
+            j["reason"] = f.reason;
+            all.push_back(std::move(j));
+        }
+        std::printf("%s\n", all.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
+    } else {
+        for (const finding &f : findings) {
+            std::string line = f.file + ": ";
+            if (!f.path.empty())
+                line += escape(f.path, field_kind::path);
+            if (!f.param.empty())
+                line += " " + escape(f.param, field_kind::name) + ": sent " + quoted(f.sent) +
+                        (f.stored ? ", stored " + quoted(f.stored) : std::string());
+            line += (f.path.empty() ? "" : ": ") + f.reason;
+            std::printf("%s\n", line.c_str());
+        }
+    }
+    return findings.empty() ? 0 : 1;
+}
+
+}  // namespace cfgmsg
