@@ -2,9 +2,12 @@
 // writers and the tool.
 #include "cfgmngr/key_table.h"
 
+#include <bit>
 #include <cstring>
 
 namespace cfg::keys {
+
+static_assert(std::endian::native == std::endian::little, "name_hash reads names as little-endian words");
 
 const key *find(const table &t, std::string_view name) noexcept
 {
@@ -12,8 +15,10 @@ const key *find(const table &t, std::string_view name) noexcept
     if (n == 0)
         return nullptr;
     // Most names are a key as it stands.
-    for (std::size_t slot = name_hash(name) & t.hash_mask; t.hashed[slot] != 0;
-         slot = (slot + 1) & t.hash_mask) {
+    const uint32_t h = name_hash(name);
+    for (std::size_t slot = h & t.hash_mask; t.hashed[slot] != 0; slot = (slot + 1) & t.hash_mask) {
+        if (t.hashes[slot] != h)
+            continue;
         const std::size_t p = t.hashed[slot] - 1u;
         if (t.rows[t.sorted[p]].name == name)
             return &t.rows[t.winner[p]];
