@@ -280,7 +280,8 @@ struct trace_to_stderr {
 
 // Applies the files in order to a fresh image and gathers the writers'
 // output. Reports and returns nullopt on bad input or a writer fault.
-std::optional<message> configuration_after(const std::vector<std::string> &files, const options &opt) {
+std::optional<message> configuration_after(const std::vector<std::string> &files, const options &opt,
+                                           bool redact) {
     std::vector<std::vector<std::uint8_t>> messages;
     for (const std::string &file : files) {
         auto m = wire_of(file);
@@ -300,7 +301,7 @@ std::optional<message> configuration_after(const std::vector<std::string> &files
         fail(exit_bad_input, "internal error: " + error);
         return std::nullopt;
     }
-    if (opt.redact) cfgmsg::redact(out);
+    if (redact) cfgmsg::redact(out);
     return out;
 }
 
@@ -371,7 +372,7 @@ int run_encode(const options &opt) {
 }
 
 int run_apply(const options &opt) {
-    auto msg = configuration_after(opt.args, opt);
+    auto msg = configuration_after(opt.args, opt, opt.redact);
     if (!msg) return exit_bad_input;
     if (opt.json) return write_json(*msg, "apply");
     return write_stdout("# stored by libcfgparser from " + std::to_string(opt.args.size()) + " message" +
@@ -386,9 +387,11 @@ std::string param_line(char side, const std::string &name, const std::optional<s
 }
 
 int run_diff(const options &opt) {
-    auto a = configuration_after({opt.args[0]}, opt);
+    // Compared as stored, redacted when shown: a changed secret shows as a
+    // pair of *** lines.
+    auto a = configuration_after({opt.args[0]}, opt, false);
     if (!a) return diff_trouble;
-    auto b = configuration_after({opt.args[1]}, opt);
+    auto b = configuration_after({opt.args[1]}, opt, false);
     if (!b) return diff_trouble;
     const std::vector<cfgmsg::param_change> changes = cfgmsg::differences(*a, *b);
     if (changes.empty()) return exit_ok;
@@ -397,8 +400,11 @@ int run_diff(const options &opt) {
     for (const cfgmsg::param_change &c : changes) {
         if (path == nullptr || *path != c.path) out += "[" + cfgmsg::escape(c.path, cfgmsg::field_kind::path) + "]\n";
         path = &c.path;
-        if (c.in_a) out += param_line('-', c.name, c.a);
-        if (c.in_b) out += param_line('+', c.name, c.b);
+        const auto shown = [&](const std::optional<std::string> &v) {
+            return opt.redact ? cfgmsg::redacted(c.path, c.name, v) : v;
+        };
+        if (c.in_a) out += param_line('-', c.name, shown(c.a));
+        if (c.in_b) out += param_line('+', c.name, shown(c.b));
     }
     return write_stdout(out) == exit_ok ? diff_differ : diff_trouble;
 }
