@@ -479,11 +479,12 @@ int run_set(const options &opt) {
         cfgmsg::param_set s;
         if (eq == std::string::npos || !cfgmsg::split_param_ref(std::string_view(arg).substr(0, eq), s.path, s.name))
             return fail(exit_usage, "set: '" + arg + "' is not PATH.PARAM=VALUE\ntry 'cfgmsg set --help'");
-        if (eq + 1 < arg.size()) s.value = arg.substr(eq + 1);
-        for (auto [what, text] : {std::pair{"the path", std::string_view(s.path)}, {"the param name", s.name},
-                                  {"the value", s.value.value_or("")}})
+        const std::string_view value = std::string_view(arg).substr(eq + 1);
+        if (!value.empty()) s.value = value;
+        for (auto [what, text] :
+             {std::pair{"the path", std::string_view(s.path)}, {"the param name", s.name}, {"the value", value}})
             if (auto why = bad_field(what, text)) return bad(arg, *why);
-        if (auto warning = cfgmsg::value_warning(s.path, s.name, s.value.value_or(""))) {
+        if (auto warning = cfgmsg::value_warning(s.path, s.name, value)) {
             std::fprintf(stderr, "cfgmsg: %s%s.%s: %s\n", opt.strict ? "" : "warning: ", s.path.c_str(),
                          s.name.c_str(), warning->c_str());
             refused = refused || opt.strict;
