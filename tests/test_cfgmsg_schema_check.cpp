@@ -167,4 +167,21 @@ TEST_F(SchemaCheck, CheckReportsEachKindOfFinding)
     EXPECT_EQ(run("check /no/such/file").status, 1);
 }
 
+// set checks each value with the key tables: a value the library would not
+// store as given is a warning, and with --strict an error that writes nothing.
+TEST_F(SchemaCheck, SetWarnsOfValuesTheLibraryWouldNotStore)
+{
+    const std::string sample = (source_dir() / "examples" / "sample.msg").string();
+    const fs::path out = fs::temp_directory_path() / "cfgmsg_set_strict.msg";
+    fs::remove(out);
+    const std::string set = "set " + sample + " -o " + out.string() + " ";
+    EXPECT_EQ(run(set + "--strict config.VOIP.ports.port_1.category=300").status, 1);
+    EXPECT_FALSE(fs::exists(out));
+    EXPECT_EQ(run(set + "--strict config.VOIP.ports.port_1.categoryX=3").status, 0) << "a name longer than its key";
+    EXPECT_EQ(run(set + "--strict config.VOIP.ports.port_1.nokey=3").status, 1);
+    EXPECT_EQ(run(set + "config.VOIP.ports.port_1.category=300").status, 0) << "a warning only";
+    EXPECT_TRUE(fs::exists(out));
+    fs::remove(out);
+}
+
 } // namespace
