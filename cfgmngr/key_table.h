@@ -64,6 +64,9 @@ enum class rule : uint8_t {
     // ---- rules of the VoIP sections
 
     // ---- rules of the network and switch sections
+    trap_version,     // exactly "v2" is 2, anything else 1
+    snmp_user_line,   // three blank-separated words into an snmp_user_t
+    port_flags,       // switch port flags "1 0 1 ...": bit k for flag k (first 254 characters)
 
 };
 
@@ -75,6 +78,7 @@ enum class sent : uint8_t {
     hex,  // "0x%x"
     text, // the text field as it stands
     pickup_groups, // the set bits as "1,5,31"
+    own_format,    // sent by the writer's own code (list lines, version words)
 };
 
 // Where a value lands: `size` bytes at `offset` of the section's record, or

@@ -1,6 +1,7 @@
 // Stores a param's value by its key row: the converters of every kind of
 // key, and the few keys with a rule of their own.
 #include "cfgmngr/key_table.h"
+#include "universalConfigParser/list_params.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <cstring>
@@ -60,6 +61,21 @@ uint32_t pickup_groups(const char *value) noexcept
     }
 }
 
+// The SNMP user line: three blank-separated words; a word the line does not
+// have leaves its field as it was, an empty line clears all three.
+void store_snmp_user(snmp_user_t &u, const char *value) noexcept
+{
+    if (numbers::absent(value)) {
+        lists::store_word(u.word1, {});
+        lists::store_word(u.word2, {});
+        lists::store_word(u.word3, {});
+        return;
+    }
+    std::string_view rest(value);
+    if (lists::scan_word(u.word1, rest) && lists::scan_word(u.word2, rest))
+        lists::scan_word(u.word3, rest);
+}
+
 void store_special(const key &k, uint8_t *at, void *record, const char *value) noexcept
 {
     const auto min = static_cast<int32_t>(k.min);
@@ -96,6 +112,19 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value) n
         if (value != nullptr && std::strcmp(value, "0") == 0)
             return put(k, at, 0);
         return put(k, at, get_digit_from_min_to_max_or_set_default(value, min, max, def));
+    // ---- rules of the network and switch sections
+    case rule::trap_version:
+        return put(k, at, (value != nullptr && std::strcmp(value, "v2") == 0) ? 2 : 1);
+    case rule::snmp_user_line:
+        return store_snmp_user(*reinterpret_cast<snmp_user_t *>(at), value);
+    case rule::port_flags: {
+        // Read from a zeroed 255-byte copy: characters past the 254th never
+        // count, and no value reads as no flags.
+        char text[255] = {};
+        if (value != nullptr)
+            std::strncpy(text, value, sizeof text - 1);
+        return put(k, at, eth_port_string_to_output(text));
+    }
     }
 }
 
