@@ -23,6 +23,10 @@ constexpr auto ipsec_index = make_index(ipsec_keys);
 constexpr auto tr069_index = make_index(tr069_keys);
 constexpr auto switch_vlan_index = make_index(switch_vlan_keys);
 constexpr auto switch_qos_index = make_index(switch_qos_keys);
+constexpr auto hosts_index = make_index(hosts_keys);
+constexpr auto mac_filter_index = make_index(mac_filter_keys);
+constexpr auto routes_index = make_index(routes_keys);
+constexpr auto firewall_index = make_index(firewall_keys);
 
 } // namespace
 
@@ -38,6 +42,10 @@ constinit const table ipsec = make_table(ipsec_keys, ipsec_index);
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
 constinit const table switch_vlan = make_table(switch_vlan_keys, switch_vlan_index);
 constinit const table switch_qos = make_table(switch_qos_keys, switch_qos_index);
+constinit const table hosts = make_table(hosts_keys, hosts_index);
+constinit const table mac_filter = make_table(mac_filter_keys, mac_filter_index);
+constinit const table routes = make_table(routes_keys, routes_index);
+constinit const table firewall = make_table(firewall_keys, firewall_index);
 
 namespace {
 
@@ -57,7 +65,13 @@ constexpr node_kind kinds[] = {
     {"config.Network.IPSec", &ipsec, ipsec_keys, IMAGE(ipsec), sizeof(ipsec_cfg_t), 0, 0, "ipsec_save"},
     {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},
     {"config.Switch.vlan", &switch_vlan, switch_vlan_keys, IMAGE(switch_cfg), sizeof(switch_cfg_t), 0, 0, "vlan_config_save"},
+    {"config.Network.hosts", &hosts, hosts_keys, IMAGE(hosts), sizeof(hosts_cfg_t), 0, 0, "sendHostsToCfgMngr"},
+    {"config.Network.mac_filter", &mac_filter, mac_filter_keys, IMAGE(mac_filter), sizeof(mac_filter_cfg_t), 0, 0,
+     "sendMacsToCfgMngr"},
+    {"config.Network.routes", &routes, routes_keys, IMAGE(routes), sizeof(routes_cfg_t), 0, 0, "sendRoutesToCfgMngr"},
     {"config.Switch.qos", &switch_qos, switch_qos_keys, IMAGE(switch_cfg), sizeof(switch_cfg_t), 0, 0, "qos_save"},
+    {"config.Network.rules", &firewall, firewall_keys, IMAGE(firewall), sizeof(firewall_cfg_t), 0, 0,
+     "all_firewall_to_file"},
 };
 
 #undef IMAGE

@@ -23,6 +23,10 @@ extern const table ipsec;
 extern const table tr069;
 extern const table switch_vlan;
 extern const table switch_qos;
+extern const table hosts;
+extern const table mac_filter;
+extern const table routes;
+extern const table firewall;
 
 // A kind of node the parser stores with a key table: its path, where a
 // numbered part ("port_{0..71}") stands as `{first..last}`, and where its

@@ -212,4 +212,34 @@ inline constexpr key ipsec_keys[] = {
 };
 #undef F
 
+// The lists: entries "<key>_<n>", each a line of its own format; the writers
+// renumber the filled entries from 0.
+#define LIST(key, entries, stride) key.numbered(entries, stride).sent_as(sent::own_format)
+
+// "config.Network.hosts": "<address> <name>" per host.
+inline constexpr key hosts_keys[] = {
+    LIST(special("host", CFG_FIELD(hosts_cfg_t, address[0]), rule::host_line), CFG_HOSTS,
+         sizeof(hosts_cfg_t::address[0])),
+};
+
+// "config.Network.mac_filter"
+#define F(member) CFG_FIELD(mac_filter_cfg_t, member)
+inline constexpr key mac_filter_keys[] = {
+    text("mac_filter_mode", F(mode)),
+    LIST(special("client", F(client[0]), rule::entry_text), CFG_MAC_CLIENTS, sizeof(mac_filter_cfg_t::client[0])),
+};
+#undef F
+
+// "config.Network.routes"
+inline constexpr key routes_keys[] = {
+    LIST(special("route", CFG_FIELD(routes_cfg_t, route[0]), rule::route_line), CFG_ROUTES, sizeof(route_t)),
+};
+
+// "config.Network.rules": the firewall rules.
+inline constexpr key firewall_keys[] = {
+    LIST(special("rule", CFG_FIELD(firewall_cfg_t, rules[0]), rule::firewall_rule), CFG_FIREWALL_RULES,
+         sizeof(firewall_rule_t)),
+};
+#undef LIST
+
 } // namespace cfg::keys

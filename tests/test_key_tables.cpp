@@ -307,6 +307,10 @@ const std::map<std::string_view, std::vector<writer_call>> &writers()
                               [](uint8_t **c, const cfg_image_t &i, unsigned) { return switch_config_save(c, &i.switch_cfg); }}},
         {"qos_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return qos_save(c, &i.switch_cfg); },
                       [](uint8_t **c, const cfg_image_t &i, unsigned) { return switch_config_save(c, &i.switch_cfg); }}},
+        {"sendHostsToCfgMngr", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return sendHostsToCfgMngr(c, &i.hosts); }}},
+        {"sendMacsToCfgMngr", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return sendMacsToCfgMngr(c, &i.mac_filter); }}},
+        {"sendRoutesToCfgMngr", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return sendRoutesToCfgMngr(c, &i.routes); }}},
+        {"all_firewall_to_file", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return all_firewall_to_file(c, &i.firewall); }}},
         {"snmp_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return snmp_save(c, &i.snmp, &i.network); }}},
         {"snmp_user_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return snmp_user_save(c, &i.snmp); }}},
     };

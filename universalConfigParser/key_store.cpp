@@ -76,7 +76,35 @@ void store_snmp_user(snmp_user_t &u, const char *value) noexcept
         lists::scan_word(u.word3, rest);
 }
 
-void store_special(const key &k, uint8_t *at, void *record, const char *value) noexcept
+// A host line: a value with one word changes the address and keeps the name.
+void store_host(hosts_cfg_t &r, unsigned i, const char *value) noexcept
+{
+    if (value == nullptr) {
+        lists::store_word(r.address[i], {});
+        lists::store_word(r.name[i], {});
+        return;
+    }
+    std::string_view rest(value);
+    if (lists::scan_word(r.address[i], rest))
+        lists::scan_word(r.name[i], rest);
+}
+
+// A route line: words are stored in order until the value runs out, so
+// fields without a word keep their text (three words leave `extra` as it
+// was). The optional fourth field follows a literal '.'.
+void store_route(route_t &r, const char *value) noexcept
+{
+    if (value == nullptr) {
+        r = route_t{};
+        return;
+    }
+    std::string_view rest(value);
+    if (lists::scan_word(r.destination, rest) && lists::scan_word(r.netmask, rest) &&
+        lists::scan_word(r.gateway, rest) && lists::take_char(rest, '.'))
+        lists::scan_word(r.extra, rest);
+}
+
+void store_special(const key &k, uint8_t *at, void *record, const char *value, unsigned entry) noexcept
 {
     const auto min = static_cast<int32_t>(k.min);
     const auto max = static_cast<int32_t>(k.max);
@@ -125,6 +153,21 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value) n
             std::strncpy(text, value, sizeof text - 1);
         return put(k, at, eth_port_string_to_output(text));
     }
+    case rule::entry_text:
+        return get_string(reinterpret_cast<char *>(at), k.at.size, value);
+    case rule::host_line:
+        return store_host(*static_cast<hosts_cfg_t *>(record), entry, value);
+    case rule::route_line:
+        return store_route(*reinterpret_cast<route_t *>(at), value);
+    case rule::firewall_rule:
+        if (value == nullptr) {
+            *reinterpret_cast<firewall_rule_t *>(at) = firewall_rule_t{};
+            return;
+        }
+        // The rule text is split in place: the value is the param's own heap
+        // copy, made for this param alone and freed right after the store.
+        firewall_rule_string_to_t(const_cast<char *>(value), reinterpret_cast<firewall_rule_t *>(at));
+        return;
     }
 }
 
@@ -165,7 +208,7 @@ void store(const key &k, void *record, const char *value, unsigned entry) noexce
         return;
     }
     case kind::special:
-        return store_special(k, at, record, value);
+        return store_special(k, at, record, value, entry);
     }
 }
 
