@@ -72,6 +72,7 @@ enum class rule : uint8_t {
     host_line,        // "<address> <name>": a missing word keeps its field; no value clears both
     route_line,       // "<destination> <netmask> <gateway> [.<extra>]"; no value clears the route
     firewall_rule,    // a rule text (firewall_rule_string_to_t); no value clears the rule
+    vtu_vid,          // "%d" (no number keeps it) and marks the VTU rule valid; no value clears both
 
 };
 

@@ -23,6 +23,7 @@ constexpr auto ipsec_index = make_index(ipsec_keys);
 constexpr auto tr069_index = make_index(tr069_keys);
 constexpr auto switch_vlan_index = make_index(switch_vlan_keys);
 constexpr auto switch_qos_index = make_index(switch_qos_keys);
+constexpr auto switch_vtu_index = make_index(switch_vtu_keys);
 constexpr auto hosts_index = make_index(hosts_keys);
 constexpr auto mac_filter_index = make_index(mac_filter_keys);
 constexpr auto routes_index = make_index(routes_keys);
@@ -42,6 +43,7 @@ constinit const table ipsec = make_table(ipsec_keys, ipsec_index);
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
 constinit const table switch_vlan = make_table(switch_vlan_keys, switch_vlan_index);
 constinit const table switch_qos = make_table(switch_qos_keys, switch_qos_index);
+constinit const table switch_vtu = make_table(switch_vtu_keys, switch_vtu_index);
 constinit const table hosts = make_table(hosts_keys, hosts_index);
 constinit const table mac_filter = make_table(mac_filter_keys, mac_filter_index);
 constinit const table routes = make_table(routes_keys, routes_index);
@@ -70,6 +72,8 @@ constexpr node_kind kinds[] = {
      "sendMacsToCfgMngr"},
     {"config.Network.routes", &routes, routes_keys, IMAGE(routes), sizeof(routes_cfg_t), 0, 0, "sendRoutesToCfgMngr"},
     {"config.Switch.qos", &switch_qos, switch_qos_keys, IMAGE(switch_cfg), sizeof(switch_cfg_t), 0, 0, "qos_save"},
+    {"config.Switch.vtu", &switch_vtu, switch_vtu_keys, IMAGE(switch_cfg.vtu), sizeof(switch_cfg_t::vtu), 0, 0,
+     "switch_config_save"},
     {"config.Network.rules", &firewall, firewall_keys, IMAGE(firewall), sizeof(firewall_cfg_t), 0, 0,
      "all_firewall_to_file"},
 };

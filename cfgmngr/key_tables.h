@@ -23,6 +23,7 @@ extern const table ipsec;
 extern const table tr069;
 extern const table switch_vlan;
 extern const table switch_qos;
+extern const table switch_vtu;
 extern const table hosts;
 extern const table mac_filter;
 extern const table routes;

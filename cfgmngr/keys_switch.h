@@ -53,4 +53,23 @@ inline constexpr key switch_vlan_keys[] = {
 
 #undef F
 
+// "config.Switch.vtu": params "vtu<rule>.<field>" (vtu3.port1), rule 0..15;
+// the rows are the field words, matched over their own length. Numbers go
+// out unsigned (-1 as 4294967295). Only "vid" says whether the rule is in use.
+#define F(member) CFG_FIELD(vtu_rule_t, member)
+#define RULE(key) key.numbered(CFG_VTU_RULES, sizeof(vtu_rule_t)).sent_as(sent::uint)
+inline constexpr key switch_vtu_keys[] = {
+    RULE(special("vid", F(vid), rule::vtu_vid)),
+    RULE(number("override", F(override))),
+    RULE(number("priority", F(priority))),
+    RULE(number("port0", F(port0))),
+    RULE(number("port1", F(port1))),
+    RULE(number("port2", F(port2))),
+    RULE(number("cpu", F(cpu))),
+    RULE(number("sfp0", F(sfp0))),
+    RULE(number("sfp1", F(sfp1))),
+};
+#undef RULE
+#undef F
+
 } // namespace cfg::keys

@@ -30,13 +30,31 @@ std::string concrete_path(const node_kind &nk, unsigned n)
     return path;
 }
 
-// A param name that selects the row (entry `entry` of a numbered key).
-std::string param_name(const key &k, unsigned entry)
+// The VTU rules name their entry before the key ("vtu3.vid").
+bool entry_before_key(const node_kind &nk)
 {
+    return nk.path == "config.Switch.vtu";
+}
+
+// A param name that selects the row (entry `entry` of a numbered key).
+std::string param_name(const node_kind &nk, const key &k, unsigned entry)
+{
+    if (entry_before_key(nk))
+        return "vtu" + std::to_string(entry) + "." + std::string(k.name);
     std::string name(k.name);
     if (k.count != 0)
         name += std::to_string(entry);
     return name;
+}
+
+// The row a param name selects.
+const key *row_of(const node_kind &nk, const std::string &name)
+{
+    if (entry_before_key(nk)) {
+        const auto dot = name.find('.');
+        return dot == std::string::npos ? nullptr : cfg::keys::find(*nk.keys, name.substr(dot + 1));
+    }
+    return cfg::keys::find(*nk.keys, name);
 }
 
 struct place {
@@ -79,7 +97,7 @@ support::image_ptr parse_one(const place &at, const key &k, const std::optional<
 {
     auto image = support::fresh_image();
     support::parse(*image, node_text(concrete_path(*at.nk, at.nk->first + at.node_entry),
-                                     before + param_line(param_name(k, at.key_entry), value)));
+                                     before + param_line(param_name(*at.nk, k, at.key_entry), value)));
     return image;
 }
 
@@ -104,7 +122,7 @@ void for_every_row(Check check)
         for (const key &k : nk.keys->rows) {
             place p = at;
             p.key_entry = k.count == 0 ? 0 : k.count - 1u;
-            SCOPED_TRACE(concrete_path(nk, nk.last) + " " + param_name(k, p.key_entry));
+            SCOPED_TRACE(concrete_path(nk, nk.last) + " " + param_name(nk, k, p.key_entry));
             check(p, k);
         }
     }
@@ -191,7 +209,7 @@ TEST(KeyTables, NumbersKeepTheirBoundsAndDefaults)
 TEST(KeyTables, OtherNumbersFollowTheirKind)
 {
     for_every_row([](const place &at, const key &k) {
-        const std::string set = param_line(param_name(k, at.key_entry), "42");
+        const std::string set = param_line(param_name(*at.nk, k, at.key_entry), "42");
         const auto stored = [&](const std::optional<std::string> &v, const std::string &before = {}) {
             return stored_number(*parse_one(at, k, v, before), at, k);
         };
@@ -215,7 +233,7 @@ TEST(KeyTables, OtherNumbersFollowTheirKind)
             EXPECT_EQ(stored(std::nullopt, set), as_member(k, k.def));
             break;
         case kind::hex: { // "0x" required, else the field is kept
-            const std::string hex_set = param_line(param_name(k, at.key_entry), "0x2a");
+            const std::string hex_set = param_line(param_name(*at.nk, k, at.key_entry), "0x2a");
             EXPECT_EQ(stored("0x1F"), as_member(k, 0x1f));
             EXPECT_EQ(stored("1F", hex_set), as_member(k, 0x2a));
             EXPECT_EQ(stored(std::nullopt, hex_set), as_member(k, k.def));
@@ -235,7 +253,7 @@ TEST(KeyTables, TextsAreCutAtTheirFieldAndEmptiedByNoValue)
         const std::string fits(k.at.size - 1u, 'a');
         EXPECT_EQ(stored_text(*parse_one(at, k, fits), at, k), fits);
         EXPECT_EQ(stored_text(*parse_one(at, k, fits + "bc"), at, k), fits) << "cut";
-        const auto emptied = parse_one(at, k, std::nullopt, param_line(param_name(k, at.key_entry), "x"));
+        const auto emptied = parse_one(at, k, std::nullopt, param_line(param_name(*at.nk, k, at.key_entry), "x"));
         const char *bytes = cfg::keys::field_bytes(k, record_of(*emptied, at), at.key_entry);
         EXPECT_EQ(std::string(bytes, k.at.size), std::string(k.at.size, '\0')) << "zero-filled";
     });
@@ -311,6 +329,7 @@ const std::map<std::string_view, std::vector<writer_call>> &writers()
         {"sendMacsToCfgMngr", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return sendMacsToCfgMngr(c, &i.mac_filter); }}},
         {"sendRoutesToCfgMngr", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return sendRoutesToCfgMngr(c, &i.routes); }}},
         {"all_firewall_to_file", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return all_firewall_to_file(c, &i.firewall); }}},
+        {"switch_config_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return switch_config_save(c, &i.switch_cfg); }}},
         {"snmp_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return snmp_save(c, &i.snmp, &i.network); }}},
         {"snmp_user_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return snmp_user_save(c, &i.snmp); }}},
     };
@@ -382,7 +401,7 @@ TEST(KeyTables, WritersSendTheirRowsBackToTheSameMembers)
                 marked.insert(std::string(k.wire_name()));
         std::set<std::string> sent = sent_by_any[nk.keys];
         std::erase_if(sent, [&](const std::string &name) {
-            const key *k = cfg::keys::find(*nk.keys, name);
+            const key *k = row_of(nk, name);
             return k != nullptr && k->count != 0;
         });
         EXPECT_EQ(sent, marked) << nk.path;

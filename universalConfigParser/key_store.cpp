@@ -153,6 +153,17 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value, u
             std::strncpy(text, value, sizeof text - 1);
         return put(k, at, eth_port_string_to_output(text));
     }
+    case rule::vtu_vid: {
+        auto &vtu = *reinterpret_cast<vtu_rule_t *>(at - offsetof(vtu_rule_t, vid));
+        if (numbers::absent(value)) {
+            vtu.vid = 0;
+            vtu.valid = 0;
+            return;
+        }
+        numbers::scan_int(value, vtu.vid);
+        vtu.valid = 1;
+        return;
+    }
     case rule::entry_text:
         return get_string(reinterpret_cast<char *>(at), k.at.size, value);
     case rule::host_line:
