@@ -1,5 +1,6 @@
 // Writers of the firewall rules.
 #include "cfgdump/numbered_params.h"
+#include "cfgmngr/keys_network.h"
 
 #include <cfgparser.h>
 
@@ -8,12 +9,14 @@ using cfg::dump::numbered_name;
 
 namespace {
 
+constexpr const char *rule_key = cfg::keys::row(cfg::keys::firewall_keys, "rule").wire_name().data();
+
 // One "rule_<k>" param with the rule's text form.
 void rule_param(msg_writer &w, uint32_t k, const firewall_rule_t &rule) noexcept
 {
     char text[CFG_RULE_TEXT_SIZE];
     print_rule_string(&rule, text);
-    w.text(numbered_name("rule", k).text, text);
+    w.text(numbered_name(rule_key, k).text, text);
 }
 
 } // namespace
@@ -31,7 +34,7 @@ int all_firewall_to_file(uint8_t **cursor, const firewall_cfg_t *firewall) CFG_N
         if (rule.valid == 1)
             rule_param(w, k++, rule);
     }
-    cfg::dump::pad_empty(w, "rule", k, CFG_FIREWALL_RULES - k);
+    cfg::dump::pad_empty(w, rule_key, k, CFG_FIREWALL_RULES - k);
     return w.finish();
 }
 

@@ -1,5 +1,6 @@
 // Writer of the static host table.
 #include "cfgdump/numbered_params.h"
+#include "cfgmngr/keys_network.h"
 #include "universalConfigParser/list_params.h"
 
 #include <cfgparser.h>
@@ -8,6 +9,10 @@ using cfg::dump::msg_writer;
 using cfg::dump::numbered_name;
 using cfg::lists::field_text;
 using cfg::lists::filled;
+
+namespace {
+constexpr const char *host_key = cfg::keys::row(cfg::keys::hosts_keys, "host").wire_name().data();
+} // namespace
 
 extern "C" {
 
@@ -26,11 +31,11 @@ int sendHostsToCfgMngr(uint8_t **cursor, const hosts_cfg_t *hosts) CFG_NOEXCEPT
         char value[sizeof hosts->address[i] + sizeof hosts->name[i] + 2];
         std::snprintf(value, sizeof value, "%.*s %.*s", static_cast<int>(address.size()),
                       address.data(), static_cast<int>(name.size()), name.data());
-        w.text(numbered_name("host", k).text, value);
+        w.text(numbered_name(host_key, k).text, value);
         ++k;
     }
     if (hosts->start > hosts->current)
-        cfg::dump::pad_empty(w, "host", k, hosts->start - hosts->current);
+        cfg::dump::pad_empty(w, host_key, k, hosts->start - hosts->current);
     return w.finish();
 }
 

@@ -1,5 +1,6 @@
 // Writer of the MAC address filter.
 #include "cfgdump/numbered_params.h"
+#include "cfgmngr/keys_network.h"
 #include "universalConfigParser/list_params.h"
 
 #include <cfgparser.h>
@@ -7,6 +8,11 @@
 using cfg::dump::msg_writer;
 using cfg::dump::numbered_name;
 using cfg::lists::filled;
+using cfg::keys::mac_filter_keys;
+
+namespace {
+constexpr const char *client_key = cfg::keys::row(mac_filter_keys, "client").wire_name().data();
+} // namespace
 
 extern "C" {
 
@@ -14,16 +20,16 @@ int sendMacsToCfgMngr(uint8_t **cursor, const mac_filter_cfg_t *macs) CFG_NOEXCE
 {
     msg_writer w(cursor, "sendMacsToCfgMngr");
     w.node("config.Network.mac_filter");
-    w.text("mac_filter_mode", macs->mode);
+    w.field(cfg::keys::row(mac_filter_keys, "mac_filter_mode"), macs);
     uint32_t k = 0;
     for (int i = 0; i < CFG_MAC_CLIENTS && k < macs->current; ++i) {
         if (!filled(macs->client[i]))
             continue;
-        w.text(numbered_name("client", k).text, macs->client[i]);
+        w.text(numbered_name(client_key, k).text, macs->client[i]);
         ++k;
     }
     if (macs->start > macs->current)
-        cfg::dump::pad_empty(w, "client", k, static_cast<uint32_t>(macs->start - macs->current));
+        cfg::dump::pad_empty(w, client_key, k, static_cast<uint32_t>(macs->start - macs->current));
     return w.finish();
 }
 

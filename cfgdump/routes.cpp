@@ -1,5 +1,6 @@
 // Writer of the static routes.
 #include "cfgdump/numbered_params.h"
+#include "cfgmngr/keys_network.h"
 #include "universalConfigParser/list_params.h"
 
 #include <cfgparser.h>
@@ -12,6 +13,8 @@ using cfg::lists::field_text;
 using cfg::lists::filled;
 
 namespace {
+
+constexpr const char *route_key = cfg::keys::row(cfg::keys::routes_keys, "route").wire_name().data();
 
 bool is_filled(const route_t &r) noexcept
 {
@@ -47,11 +50,11 @@ int sendRoutesToCfgMngr(uint8_t **cursor, const routes_cfg_t *routes) CFG_NOEXCE
     for (int i = 0; i < CFG_ROUTES && k < routes->current; ++i) {
         if (!is_filled(routes->route[i]))
             continue;
-        w.text(numbered_name("route", k).text, route_value(routes->route[i]).text);
+        w.text(numbered_name(route_key, k).text, route_value(routes->route[i]).text);
         ++k;
     }
     if (routes->start > routes->current)
-        cfg::dump::pad_empty(w, "route", k, routes->start - routes->current);
+        cfg::dump::pad_empty(w, route_key, k, routes->start - routes->current);
     return w.finish();
 }
 

@@ -1,5 +1,6 @@
 // Writers of the SNMP settings and of the SNMP user line.
 #include "cfgdump/network_nodes.h"
+#include "cfgmngr/keys_network.h"
 #include "universalConfigParser/list_params.h"
 
 #include <cfgparser.h>
@@ -7,6 +8,17 @@
 #include <cstdio>
 
 using cfg::dump::msg_writer;
+using cfg::keys::row;
+using cfg::keys::snmp_keys;
+
+namespace {
+
+constexpr auto snmp_sent = cfg::keys::pick(snmp_keys, "sys_name", "sys_location", "sys_contact", "trap_sink");
+constexpr auto communities_sent = cfg::keys::pick(snmp_keys, "trap_community", "rocommunity", "rwcommunity");
+constexpr const cfg::keys::key &trap_type = row(snmp_keys, "trap_type");
+constexpr const cfg::keys::key &user_line = row(cfg::keys::snmp_users_keys, "user_0");
+
+} // namespace
 
 extern "C" {
 
@@ -16,14 +28,9 @@ int snmp_save(uint8_t **cursor, const snmp_cfg_t *snmp, const network_cfg_t *net
     msg_writer w(cursor, "snmp_save");
     cfg::dump::network_snmp_node(w, *network);
     w.node("config.Network.snmp");
-    w.text("sys_name", snmp->sys_name);
-    w.text("sys_location", snmp->sys_location);
-    w.text("sys_contact", snmp->sys_contact);
-    w.text("trap_sink", snmp->trap_sink);
-    w.text("trap_type", trap_version);
-    w.text("trap_community", snmp->trap_community);
-    w.text("rocommunity", snmp->rocommunity);
-    w.text("rwcommunity", snmp->rwcommunity);
+    w.fields(snmp_keys, snmp_sent, snmp);
+    w.text(trap_type.wire_name().data(), trap_version);
+    w.fields(snmp_keys, communities_sent, snmp);
     return w.finish();
 }
 
@@ -37,9 +44,9 @@ int snmp_user_save(uint8_t **cursor, const snmp_cfg_t *snmp) CFG_NOEXCEPT
         // The precisions keep every read inside its field.
         char line[sizeof u.word1 + sizeof u.word2 + sizeof u.word3];
         std::snprintf(line, sizeof line, "%.39s %.39s %.15s", u.word1, u.word2, u.word3);
-        w.text("user_0", line);
+        w.text(user_line.wire_name().data(), line);
     } else {
-        w.empty("user_0");
+        w.empty(user_line.wire_name().data());
     }
     return w.finish();
 }

@@ -1,26 +1,27 @@
 // Writer of the switch QoS settings. Masks go out as "0x%x".
 #include "cfgdump/switch_nodes.h"
+#include "cfgmngr/keys_switch.h"
 
 namespace cfg::dump::switch_nodes {
+namespace {
+
+using keys::switch_qos_keys;
+
+constexpr auto per_port_sent = keys::pick(switch_qos_keys, "prio", "qos_mode", "tag_remap_mask",
+                                          "ingress_limit_mode", "ingress_rate", "ingress_mask", "egress_rate");
+constexpr auto masks_sent = keys::pick(switch_qos_keys, "ieee_pri", "diffserv_remap003C_mask",
+                                       "diffserv_remap407C_mask", "diffserv_remap80BC_mask",
+                                       "diffserv_remapC0FC_mask");
+
+} // namespace
 
 void qos(msg_writer &w, const switch_cfg_t &sw) noexcept
 {
     w.node("config.Switch.qos");
-    for (int i = 0; i < CFG_SWITCH_PORTS; ++i) {
-        const qos_port_t &q = sw.qos_port[i];
-        w.uint(numbered_name("prio", i), q.prio);
-        w.uint(numbered_name("qos_mode", i), q.qos_mode);
-        w.hex(numbered_name("tag_remap_mask", i), q.tag_remap_mask);
-        w.uint(numbered_name("ingress_limit_mode", i), q.ingress_limit_mode);
-        w.uint(numbered_name("ingress_rate", i), q.ingress_rate);
-        w.hex(numbered_name("ingress_mask", i), q.ingress_mask);
-        w.uint(numbered_name("egress_rate", i), q.egress_rate);
-    }
-    w.hex("ieee_pri", sw.ieee_pri);
-    w.hex("diffserv_remap003C_mask", sw.diffserv_remap003C_mask);
-    w.hex("diffserv_remap407C_mask", sw.diffserv_remap407C_mask);
-    w.hex("diffserv_remap80BC_mask", sw.diffserv_remap80BC_mask);
-    w.hex("diffserv_remapC0FC_mask", sw.diffserv_remapC0FC_mask);
+    for (unsigned port = 0; port < CFG_SWITCH_PORTS; ++port)
+        for (const uint16_t i : per_port_sent)
+            w.field(switch_qos_keys[i], &sw, port);
+    w.fields(switch_qos_keys, masks_sent, &sw);
 }
 
 } // namespace cfg::dump::switch_nodes

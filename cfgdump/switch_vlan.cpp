@@ -1,10 +1,13 @@
 // Writer of the switch VLANs.
 #include "cfgdump/switch_nodes.h"
+#include "cfgmngr/keys_switch.h"
 
 #include <cstdio>
 
 namespace cfg::dump::switch_nodes {
 namespace {
+
+using keys::switch_vlan_keys;
 
 // The port flag string: flag k is 1 when bit k of the mask is set.
 struct port_flags {
@@ -17,24 +20,25 @@ struct port_flags {
     operator const char *() const noexcept { return text; }
 };
 
+constexpr auto numbers_sent = keys::pick(switch_vlan_keys, "enable", "vid", "im", "eg", "ov");
+constexpr const keys::key &portmask = keys::row(switch_vlan_keys, "portmask");
+constexpr auto texts_sent = keys::pick(switch_vlan_keys, "portmode", "backup_port", "preemption");
+constexpr auto switch_wide_sent = keys::pick(switch_vlan_keys, "hubmode");
+
 } // namespace
 
 void vlan(msg_writer &w, const switch_cfg_t &sw) noexcept
 {
     w.node("config.Switch.vlan");
     for (int i = 0; i < CFG_SWITCH_PORTS; ++i) {
-        const switch_vlan_t &v = sw.vlan[i];
-        w.uint(numbered_name("enable", i), static_cast<uint32_t>(v.enable));
-        w.uint(numbered_name("vid", i), v.vid);
-        w.uint(numbered_name("im", i), v.im);
-        w.uint(numbered_name("eg", i), v.eg);
-        w.uint(numbered_name("ov", i), static_cast<uint32_t>(v.ov));
-        w.text(numbered_name("portmask", i), static_cast<const char *>(port_flags(v.portmask)));
-        w.text(numbered_name("portmode", i), v.portmode);
-        w.text(numbered_name("backup_port", i), v.backup_port);
-        w.text(numbered_name("preemption", i), v.preemption);
+        const auto entry = static_cast<unsigned>(i);
+        for (const uint16_t k : numbers_sent)
+            w.field(switch_vlan_keys[k], &sw, entry);
+        w.text(numbered_name(portmask.wire_name().data(), i), static_cast<const char *>(port_flags(sw.vlan[i].portmask)));
+        for (const uint16_t k : texts_sent)
+            w.field(switch_vlan_keys[k], &sw, entry);
     }
-    w.uint("hubmode", static_cast<uint32_t>(sw.hubmode));
+    w.fields(switch_vlan_keys, switch_wide_sent, &sw);
 }
 
 } // namespace cfg::dump::switch_nodes

@@ -1,6 +1,7 @@
 // Writers of single VTU rules. The rule number is not checked: the
 // configuration manager owns the numbering.
 #include "cfgdump/switch_nodes.h"
+#include "cfgmngr/keys_switch.h"
 
 #include <cstdio>
 
@@ -18,35 +19,26 @@ struct rule_name {
     operator const char *() const noexcept { return text; }
 };
 
-// Numbers go out unsigned, so -1 is written as 4294967295.
-uint32_t as_sent(int32_t value) noexcept { return static_cast<uint32_t>(value); }
+using keys::switch_vtu_keys;
+
+constexpr auto vtu_sent = keys::pick(switch_vtu_keys, "vid", "override", "priority", "port0", "port1",
+                                     "port2", "cpu", "sfp0", "sfp1");
 
 } // namespace
 
+// Numbers go out unsigned, so -1 is written as 4294967295.
 void vtu_rule(msg_writer &w, int32_t index, const vtu_rule_t &rule) noexcept
 {
-    w.uint(rule_name(index, "vid"), as_sent(rule.vid));
-    w.uint(rule_name(index, "override"), as_sent(rule.override));
-    w.uint(rule_name(index, "priority"), as_sent(rule.priority));
-    w.uint(rule_name(index, "port0"), as_sent(rule.port0));
-    w.uint(rule_name(index, "port1"), as_sent(rule.port1));
-    w.uint(rule_name(index, "port2"), as_sent(rule.port2));
-    w.uint(rule_name(index, "cpu"), as_sent(rule.cpu));
-    w.uint(rule_name(index, "sfp0"), as_sent(rule.sfp0));
-    w.uint(rule_name(index, "sfp1"), as_sent(rule.sfp1));
+    for (const uint16_t i : vtu_sent) {
+        const keys::key &k = switch_vtu_keys[i];
+        w.uint(rule_name(index, k.wire_name().data()), static_cast<uint32_t>(keys::read_number(k, &rule)));
+    }
 }
 
 void vtu_blank(msg_writer &w, int32_t index) noexcept
 {
-    w.empty(rule_name(index, "vid"));
-    w.empty(rule_name(index, "override"));
-    w.empty(rule_name(index, "priority"));
-    w.empty(rule_name(index, "port0"));
-    w.empty(rule_name(index, "port1"));
-    w.empty(rule_name(index, "port2"));
-    w.empty(rule_name(index, "cpu"));
-    w.empty(rule_name(index, "sfp0"));
-    w.empty(rule_name(index, "sfp1"));
+    for (const uint16_t i : vtu_sent)
+        w.empty(rule_name(index, switch_vtu_keys[i].wire_name().data()));
 }
 
 } // namespace cfg::dump::switch_nodes

@@ -64,6 +64,15 @@ enum class rule : uint8_t {
     // ---- rules of the VoIP sections
 
     // ---- rules of the network and switch sections
+    trap_version,     // exactly "v2" is 2, anything else 1
+    snmp_user_line,   // three blank-separated words into an snmp_user_t
+    port_flags,       // switch port flags "1 0 1 ...": bit k for flag k (first 254 characters)
+    // List entries "<key>_<n>" (n after the first '_'), each a line of its own format:
+    entry_text,       // the entry's text, as a text key
+    host_line,        // "<address> <name>": a missing word keeps its field; no value clears both
+    route_line,       // "<destination> <netmask> <gateway> [.<extra>]"; no value clears the route
+    firewall_rule,    // a rule text (firewall_rule_string_to_t); no value clears the rule
+    vtu_vid,          // "%d" (no number keeps it) and marks the VTU rule valid; no value clears both
 
 };
 
@@ -75,6 +84,7 @@ enum class sent : uint8_t {
     hex,  // "0x%x"
     text, // the text field as it stands
     pickup_groups, // the set bits as "1,5,31"
+    own_format,    // sent by the writer's own code (list lines, version words)
 };
 
 // Where a value lands: `size` bytes at `offset` of the section's record, or

@@ -15,7 +15,19 @@ namespace cfg::keys {
 extern const table ports;
 
 // ---- Network and switch sections
+extern const table network;
+extern const table lldp;
+extern const table snmp;
+extern const table snmp_users;
+extern const table ipsec;
 extern const table tr069;
+extern const table switch_vlan;
+extern const table switch_qos;
+extern const table switch_vtu;
+extern const table hosts;
+extern const table mac_filter;
+extern const table routes;
+extern const table firewall;
 
 // A kind of node the parser stores with a key table: its path, where a
 // numbered part ("port_{0..71}") stands as `{first..last}`, and where its

@@ -78,8 +78,14 @@ void build_pickup_text(uint32_t groups, pickup_text &out) noexcept
 void msg_writer::field(const keys::key &k, const void *record, unsigned entry) noexcept
 {
     const char *name = k.wire_name().data(); // every row's names are literals
+    char numbered[48];
+    if (k.count != 0) { // the entry number follows the key ("prio3")
+        std::snprintf(numbered, sizeof numbered, "%.*s%u", static_cast<int>(k.wire_name().size()), name, entry);
+        name = numbered;
+    }
     switch (k.out) {
     case keys::sent::none:
+    case keys::sent::own_format:
         return;
     case keys::sent::uint:
         return uint(name, static_cast<uint32_t>(keys::read_number(k, record, entry)));

@@ -66,7 +66,7 @@ public:
     }
 
     // A keyed member of `record`, sent under the row's name as the row says
-    // (entry `entry` of a numbered key).
+    // (entry `entry` of a numbered key, sent as the key followed by the number).
     void field(const keys::key &k, const void *record, unsigned entry = 0) noexcept;
 
     // The members of `record` whose rows `order` lists, in that order; or

@@ -37,8 +37,6 @@ TEST(SwitchVtu, HandlerStoresByRuleAndFieldWord)
         {"vtu2.vid =", 2, CHANGE(r.vid = 0; r.valid = 0)},
         {"vtu2.vid = \"\"", 2, CHANGE(r.vid = 0; r.valid = 0)},
         {"vtu2.vid = abc", 2, CHANGE((void)r)}, // vid kept, rule stays valid
-        {"vtu2.port1 =", 2, CHANGE(r.port1 = 0)},
-        {"vtu2.port1 = -3", 2, CHANGE(r.port1 = -3)},
         {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)},
         {"vtu1.override = 12abc", 1, CHANGE(r.override = 12)},
         {"vtu9.vidAAAAAAAAAAAA = 8", 9, CHANGE(r.vid = 8)}, // field word of 15 characters

@@ -1,37 +1,24 @@
 // Firewall rules: "config.Network.rules", params rule_0 .. rule_29, each one
-// rule text.
+// rule text (the row in cfgmngr/keys_network.h).
+#include "cfgmngr/key_tables.h"
 #include "universalConfigParser/handlers.h"
 #include "universalConfigParser/text_numbers.h"
 
 namespace cfg::handlers {
-namespace {
-
-void store_rule(firewall_rule_t &rule, const char *value) noexcept
-{
-    if (value == nullptr) {
-        rule = firewall_rule_t{};
-        return;
-    }
-    // The rule text is split in place: the value is the param's own heap
-    // copy, made for this param alone and freed right after the store.
-    firewall_rule_string_to_t(const_cast<char *>(value), &rule);
-}
-
-} // namespace
 
 // A "rule" param whose name has no readable slot number after its '_' names
 // no slot and is ignored like a number outside 0..29.
 node_end firewall(cfg_image_t &image, node &n)
 {
     while (parse::param p = parse::next_param(n)) {
-        if (!p.is("rule"))
+        const keys::key *k = keys::find(keys::firewall, p.name_view());
+        if (k == nullptr)
             continue;
-        const int32_t i =
-            numbers::entry_within(numbers::after_underscore(p.name()), CFG_FIREWALL_RULES, -1);
+        const int32_t i = numbers::entry_within(numbers::after_underscore(p.name()), k->count, -1);
         if (i < 0)
             continue;
         const parse::image_lock lock;
-        store_rule(image.firewall.rules[i], p.value());
+        keys::store(*k, &image.firewall, p.value(), static_cast<unsigned>(i));
     }
     return parse::finish_node(n, image.firewall.updated);
 }

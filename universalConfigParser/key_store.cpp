@@ -1,6 +1,7 @@
 // Stores a param's value by its key row: the converters of every kind of
 // key, and the few keys with a rule of their own.
 #include "cfgmngr/key_table.h"
+#include "universalConfigParser/list_params.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <cstring>
@@ -60,7 +61,50 @@ uint32_t pickup_groups(const char *value) noexcept
     }
 }
 
-void store_special(const key &k, uint8_t *at, void *record, const char *value) noexcept
+// The SNMP user line: three blank-separated words; a word the line does not
+// have leaves its field as it was, an empty line clears all three.
+void store_snmp_user(snmp_user_t &u, const char *value) noexcept
+{
+    if (numbers::absent(value)) {
+        lists::store_word(u.word1, {});
+        lists::store_word(u.word2, {});
+        lists::store_word(u.word3, {});
+        return;
+    }
+    std::string_view rest(value);
+    if (lists::scan_word(u.word1, rest) && lists::scan_word(u.word2, rest))
+        lists::scan_word(u.word3, rest);
+}
+
+// A host line: a value with one word changes the address and keeps the name.
+void store_host(hosts_cfg_t &r, unsigned i, const char *value) noexcept
+{
+    if (value == nullptr) {
+        lists::store_word(r.address[i], {});
+        lists::store_word(r.name[i], {});
+        return;
+    }
+    std::string_view rest(value);
+    if (lists::scan_word(r.address[i], rest))
+        lists::scan_word(r.name[i], rest);
+}
+
+// A route line: words are stored in order until the value runs out, so
+// fields without a word keep their text (three words leave `extra` as it
+// was). The optional fourth field follows a literal '.'.
+void store_route(route_t &r, const char *value) noexcept
+{
+    if (value == nullptr) {
+        r = route_t{};
+        return;
+    }
+    std::string_view rest(value);
+    if (lists::scan_word(r.destination, rest) && lists::scan_word(r.netmask, rest) &&
+        lists::scan_word(r.gateway, rest) && lists::take_char(rest, '.'))
+        lists::scan_word(r.extra, rest);
+}
+
+void store_special(const key &k, uint8_t *at, void *record, const char *value, unsigned entry) noexcept
 {
     const auto min = static_cast<int32_t>(k.min);
     const auto max = static_cast<int32_t>(k.max);
@@ -96,6 +140,45 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value) n
         if (value != nullptr && std::strcmp(value, "0") == 0)
             return put(k, at, 0);
         return put(k, at, get_digit_from_min_to_max_or_set_default(value, min, max, def));
+    // ---- rules of the network and switch sections
+    case rule::trap_version:
+        return put(k, at, (value != nullptr && std::strcmp(value, "v2") == 0) ? 2 : 1);
+    case rule::snmp_user_line:
+        return store_snmp_user(*reinterpret_cast<snmp_user_t *>(at), value);
+    case rule::port_flags: {
+        // Read from a zeroed 255-byte copy: characters past the 254th never
+        // count, and no value reads as no flags.
+        char text[255] = {};
+        if (value != nullptr)
+            std::strncpy(text, value, sizeof text - 1);
+        return put(k, at, eth_port_string_to_output(text));
+    }
+    case rule::vtu_vid: {
+        auto &vtu = *reinterpret_cast<vtu_rule_t *>(at - offsetof(vtu_rule_t, vid));
+        if (numbers::absent(value)) {
+            vtu.vid = 0;
+            vtu.valid = 0;
+            return;
+        }
+        numbers::scan_int(value, vtu.vid);
+        vtu.valid = 1;
+        return;
+    }
+    case rule::entry_text:
+        return get_string(reinterpret_cast<char *>(at), k.at.size, value);
+    case rule::host_line:
+        return store_host(*static_cast<hosts_cfg_t *>(record), entry, value);
+    case rule::route_line:
+        return store_route(*reinterpret_cast<route_t *>(at), value);
+    case rule::firewall_rule:
+        if (value == nullptr) {
+            *reinterpret_cast<firewall_rule_t *>(at) = firewall_rule_t{};
+            return;
+        }
+        // The rule text is split in place: the value is the param's own heap
+        // copy, made for this param alone and freed right after the store.
+        firewall_rule_string_to_t(const_cast<char *>(value), reinterpret_cast<firewall_rule_t *>(at));
+        return;
     }
 }
 
@@ -136,7 +219,7 @@ void store(const key &k, void *record, const char *value, unsigned entry) noexce
         return;
     }
     case kind::special:
-        return store_special(k, at, record, value);
+        return store_special(k, at, record, value, entry);
     }
 }
 

@@ -1,7 +1,9 @@
 // VTU rules of the Ethernet switch: "config.Switch.vtu", params named
-// "vtu<rule>.<field>" (for example vtu3.port1).
+// "vtu<rule>.<field>" (for example vtu3.port1); the field words are the rows
+// in cfgmngr/keys_switch.h.
+#include "cfgmngr/key_tables.h"
 #include "universalConfigParser/handlers.h"
-#include "universalConfigParser/store.h"
+#include "universalConfigParser/text_numbers.h"
 
 #include <cctype>
 #include <optional>
@@ -42,31 +44,6 @@ std::optional<vtu_name> read_vtu_name(std::string_view name) noexcept
     return vtu_name{static_cast<int32_t>(rule), std::string_view(text, length)};
 }
 
-// Only "vid" says whether the rule is in use.
-void store_vid(vtu_rule_t &r, const char *value) noexcept
-{
-    if (numbers::absent(value)) {
-        r.vid = 0;
-        r.valid = 0;
-        return;
-    }
-    numbers::scan_int(value, r.vid);
-    r.valid = 1;
-}
-
-void store_vtu(vtu_rule_t &r, std::string_view field, const char *v) noexcept
-{
-    if (field.starts_with("vid"))      return store_vid(r, v);
-    if (field.starts_with("override")) return store::number(r.override, v);
-    if (field.starts_with("priority")) return store::number(r.priority, v);
-    if (field.starts_with("port0"))    return store::number(r.port0, v);
-    if (field.starts_with("port1"))    return store::number(r.port1, v);
-    if (field.starts_with("port2"))    return store::number(r.port2, v);
-    if (field.starts_with("cpu"))      return store::number(r.cpu, v);
-    if (field.starts_with("sfp0"))     return store::number(r.sfp0, v);
-    if (field.starts_with("sfp1"))     return store::number(r.sfp1, v);
-}
-
 } // namespace
 
 node_end switch_vtu(cfg_image_t &image, node &n)
@@ -75,8 +52,10 @@ node_end switch_vtu(cfg_image_t &image, node &n)
         const std::optional<vtu_name> name = read_vtu_name(p.name());
         if (!name)
             continue;
+        const keys::key *k = keys::find(keys::switch_vtu, name->field);
         const parse::image_lock lock;
-        store_vtu(image.switch_cfg.vtu[name->rule], name->field, p.value());
+        if (k != nullptr)
+            keys::store(*k, image.switch_cfg.vtu, p.value(), static_cast<unsigned>(name->rule));
     }
     return parse::finish_node(n, image.vtu_updated);
 }
