@@ -62,6 +62,7 @@ enum class rule : uint8_t {
     g726_packet_time, // 10, 20 or 30, else the default
     t38_datagram,     // exactly "0", or a size in min..max, else the default
     // ---- rules of the VoIP sections
+    not_kept,         // accepted and dropped (no member)
 
     // ---- rules of the network and switch sections
 

@@ -4,6 +4,7 @@
 
 #include "cfgmngr/keys_network.h"
 #include "cfgmngr/keys_ports.h"
+#include "cfgmngr/keys_voip.h"
 
 #include <cstddef>
 
@@ -12,6 +13,7 @@ namespace {
 
 // ---- VoIP sections
 constexpr auto ports_index = make_index(port_keys);
+constexpr auto codecs_index = make_index(codec_keys);
 
 // ---- Network and switch sections
 constexpr auto tr069_index = make_index(tr069_keys);
@@ -20,6 +22,7 @@ constexpr auto tr069_index = make_index(tr069_keys);
 
 // ---- VoIP sections
 constinit const table ports = make_table(port_keys, ports_index);
+constinit const table codecs = make_table(codec_keys, codecs_index);
 
 // ---- Network and switch sections
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
@@ -34,6 +37,10 @@ constexpr node_kind kinds[] = {
      "profile_def_port_to_file"},
     {"config.VOIP.ports.port_{0..71}", &ports, port_keys, IMAGE(ports), sizeof(port_cfg_t), 0, 71,
      "one_port_to_file"},
+    {"config.VOIP.profile.profile_{0..7}.codecs", &codecs, codec_keys, IMAGE(profiles[0].codecs),
+     sizeof(profile_cfg_t), 0, 7, "profile_codecs_save"},
+    {"config.VOIP.dialplan_profiles.dialplan_profile{0..3}", &codecs, codec_keys, IMAGE(dialplan_profiles),
+     sizeof(dialplan_profile_cfg_t), 0, 3, "dialplan_profile_save"},
     // ---- Network and switch sections
     {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},
 };

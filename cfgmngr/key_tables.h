@@ -13,6 +13,7 @@ namespace cfg::keys {
 
 // ---- VoIP sections
 extern const table ports;
+extern const table codecs;
 
 // ---- Network and switch sections
 extern const table tr069;

@@ -290,6 +290,10 @@ const std::map<std::string_view, writer_call> &writers()
     static const std::map<std::string_view, writer_call> calls = {
         {"one_port_to_file", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return one_port_to_file(c, n, &i.ports[n]); }},
         {"profile_def_port_to_file", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_def_port_to_file(c, n, &i.port_defaults[n]); }},
+        // ---- VoIP sections
+        {"profile_codecs_save", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_codecs_save(c, static_cast<int>(n), &i.profiles[n]); }},
+        {"dialplan_profile_save", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return dialplan_profile_save(c, static_cast<int>(n), &i.dialplan_profiles[n]); }},
+        // ---- end of the VoIP sections
         {"save_acs", [](uint8_t **c, const cfg_image_t &i, unsigned) { return save_acs(c, &i.tr069); }},
     };
     return calls;

@@ -96,6 +96,9 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value) n
         if (value != nullptr && std::strcmp(value, "0") == 0)
             return put(k, at, 0);
         return put(k, at, get_digit_from_min_to_max_or_set_default(value, min, max, def));
+    // ---- rules of the VoIP sections
+    case rule::not_kept:
+        return;
     }
 }
 
