@@ -63,6 +63,13 @@ enum class rule : uint8_t {
     t38_datagram,     // exactly "0", or a size in min..max, else the default
     // ---- rules of the VoIP sections
     not_kept,         // accepted and dropped (no member)
+    one_or_default,   // 1 for the number 1, anything else (and no value) the default
+    inverse_checkbox, // a checkbox stored inverted
+    on_unless_zero,   // 0 for a value reading as 0, anything else (and no value) 1
+    dtmf_mime,        // "dtmfr" 0, "dtmf" 1, "audio" 2, other words 0
+    hookflash_mime,   // "dtmf" 1, "hookf" 0, "sscc" 3, "broadsoft" 2, other words 0
+    user_at_host,     // "user@host": the user, and the host into the text at `aux` of `max` bytes
+    server_text,      // text of SIP server N, named key_N (the key alone: server 0)
 
     // ---- rules of the network and switch sections
 
@@ -76,6 +83,7 @@ enum class sent : uint8_t {
     hex,  // "0x%x"
     text, // the text field as it stands
     pickup_groups, // the set bits as "1,5,31"
+    own_format,    // sent by the writer's own code (list lines, version words)
 };
 
 // Where a value lands: `size` bytes at `offset` of the section's record, or

@@ -14,6 +14,7 @@ namespace {
 // ---- VoIP sections
 constexpr auto ports_index = make_index(port_keys);
 constexpr auto codecs_index = make_index(codec_keys);
+constexpr auto sip_profile_index = make_index(sip_profile_keys);
 
 // ---- Network and switch sections
 constexpr auto tr069_index = make_index(tr069_keys);
@@ -23,6 +24,7 @@ constexpr auto tr069_index = make_index(tr069_keys);
 // ---- VoIP sections
 constinit const table ports = make_table(port_keys, ports_index);
 constinit const table codecs = make_table(codec_keys, codecs_index);
+constinit const table sip_profile = make_table(sip_profile_keys, sip_profile_index);
 
 // ---- Network and switch sections
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
@@ -41,6 +43,8 @@ constexpr node_kind kinds[] = {
      sizeof(profile_cfg_t), 0, 7, "profile_codecs_save"},
     {"config.VOIP.dialplan_profiles.dialplan_profile{0..3}", &codecs, codec_keys, IMAGE(dialplan_profiles),
      sizeof(dialplan_profile_cfg_t), 0, 3, "dialplan_profile_save"},
+    {"config.VOIP.profile.profile_{0..7}.sip", &sip_profile, sip_profile_keys, IMAGE(profiles[0].sip),
+     sizeof(profile_cfg_t), 0, 7, "profile_sip_save"},
     // ---- Network and switch sections
     {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},
 };

@@ -14,6 +14,7 @@ namespace cfg::keys {
 // ---- VoIP sections
 extern const table ports;
 extern const table codecs;
+extern const table sip_profile;
 
 // ---- Network and switch sections
 extern const table tr069;

@@ -9,6 +9,15 @@
 
 namespace cfg::keys {
 
+// "user@host" into two text members: the user into `user`, the host into
+// `host`.
+constexpr key user_at_host(std::string_view name, field user, field host) noexcept
+{
+    key k = special(name, user, rule::user_at_host, 0, host.size, 0);
+    k.aux = host.offset;
+    return k;
+}
+
 // ---------------------------------------------------------------------------
 // Codec and media settings: the codecs node of a VoIP profile and the node of
 // a dial-plan profile. The writers send every number through the unsigned
@@ -56,8 +65,68 @@ inline constexpr key codec_keys[] = {
     checkbox("agc_mic_enable", F(agc_mic_enable)),
     range("agc_mic_level", F(agc_mic_level), -25, -1, -25),
     range("max_calls", F(max_calls), 1, 143, 12),
-    // Not kept: the writers always send it as 0 (not through the row).
-    special("g729a", field{}, rule::not_kept).sent_as(sent::uint),
+    // Not kept: the writers always send it as 0.
+    special("g729a", field{}, rule::not_kept).sent_as(sent::own_format),
+};
+#undef F
+
+// ---------------------------------------------------------------------------
+// SIP settings of a VoIP profile ("config.VOIP.profile.profile_N.sip"). The
+// rows sent in their own format are written by profile_sip_save itself (the
+// MIME words, "no_replaces" and "timer" as 0 or 1, "user@host", the server
+// entries as key_N).
+#define F(member) CFG_FIELD(profile_sip_cfg_t, member)
+inline constexpr key sip_profile_keys[] = {
+    special("cw_ringback", F(cw_ringback), rule::one_or_default),
+    range("ringback_sdp", F(ringback_sdp), 1, 3, 0),
+    special("ringback", F(ringback), rule::one_or_default),
+    range("mode", F(mode), 1, 2, 0),
+    checkbox("uri_escape_hash", F(uri_escape_hash)),
+    range("register_retry_interval", F(register_retry_interval), 10, 3600, 30),
+    checkbox("inbound_proxy", F(inbound_proxy)),
+    checkbox("domain_to_reg", F(domain_to_reg)),
+    range("options", F(options), 1, 2, 0),
+    checkbox("user_phone", F(user_phone)),
+    range("keepalivet", F(keepalivet), 10000, 3600000, 60000),
+    range("outbound", F(outbound), 1, 2, 0),
+    range("obtimeout", F(obtimeout), 0, 300, 10),
+    range("expires", F(expires), 0, 2147483647, 1800),
+    special("authentication", F(authentication), rule::one_or_default, 0, 0, 2),
+    range("registration", F(registration), 0, 31, 0),
+    text("username", F(username)),
+    text("password", F(password)),
+    text("domain", F(domain)),
+    special("dtmfmime", F(dtmfmime), rule::dtmf_mime).sent_as(sent::own_format),
+    special("hfmime", F(hfmime), rule::hookflash_mime).sent_as(sent::own_format),
+    special("proxy", F(servers[0].proxy), rule::server_text)
+        .numbered(CFG_SIP_SERVERS, sizeof(sip_server_t)).sent_as(sent::own_format),
+    special("regrar", F(servers[0].regrar), rule::server_text)
+        .numbered(CFG_SIP_SERVERS, sizeof(sip_server_t)).sent_as(sent::own_format),
+    checkbox("reduce_sdp_media_count", F(reduce_sdp_media_count)),
+    checkbox("p_rtp_stat", F(p_rtp_stat)),
+    special("no_replaces", F(replaces), rule::inverse_checkbox).sent_as(sent::own_format),
+    range("100rel", F(rel100), 1, 2, 0),
+    special("timer", F(timer), rule::on_unless_zero).sent_as(sent::own_format),
+    range("min_se", F(min_se), 90, 1800, 120),
+    range("session_expires", F(session_expires), 90, 80000, 0),
+    range("keep_alive_interval", F(keep_alive_interval), 30, 120, 30),
+    range("keep_alive_mode", F(keep_alive_mode), 0, 3, 0),
+    range("conference_type", F(conference_type), 0, 2, 0),
+    user_at_host("conference_serv_name", F(conference_user), F(conference_host)).sent_as(sent::own_format),
+    range("ims_notify_on", F(ims_notify_on), 0, 2, 0),
+    special("xcap_conference_name", F(xcap_conference_name), rule::text_or_default)
+        .with_text_default("three-party-conference"),
+    special("xcap_hotline_name", F(xcap_hotline_name), rule::text_or_default)
+        .with_text_default("hot-line-service"),
+    special("xcap_cw_name", F(xcap_cw_name), rule::text_or_default).with_text_default("call-waiting"),
+    special("xcap_callhold_name", F(xcap_callhold_name), rule::text_or_default)
+        .with_text_default("call-hold"),
+    special("xcap_calltransfer_name", F(xcap_calltransfer_name), rule::text_or_default)
+        .with_text_default("explicit-call-transfer"),
+    checkbox("use_alert_info", F(use_alert_info)),
+    checkbox("changeover_by_408", F(changeover_by_408)),
+    range("changeover", F(changeover), 0, 3, 0),
+    checkbox("ruri_full_compliance", F(ruri_full_compliance)),
 };
 #undef F
 

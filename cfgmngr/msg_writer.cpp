@@ -80,6 +80,7 @@ void msg_writer::field(const keys::key &k, const void *record, unsigned entry) n
     const char *name = k.wire_name().data(); // every row's names are literals
     switch (k.out) {
     case keys::sent::none:
+    case keys::sent::own_format:
         return;
     case keys::sent::uint:
         return uint(name, static_cast<uint32_t>(keys::read_number(k, record, entry)));

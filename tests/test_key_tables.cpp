@@ -293,6 +293,7 @@ const std::map<std::string_view, writer_call> &writers()
         // ---- VoIP sections
         {"profile_codecs_save", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_codecs_save(c, static_cast<int>(n), &i.profiles[n]); }},
         {"dialplan_profile_save", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return dialplan_profile_save(c, static_cast<int>(n), &i.dialplan_profiles[n]); }},
+        {"profile_sip_save", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_sip_save(c, static_cast<int>(n), &i.profiles[n]); }},
         // ---- end of the VoIP sections
         {"save_acs", [](uint8_t **c, const cfg_image_t &i, unsigned) { return save_acs(c, &i.tr069); }},
     };

@@ -3,7 +3,9 @@
 #include "cfgmngr/key_table.h"
 #include "universalConfigParser/text_numbers.h"
 
+#include <algorithm>
 #include <cstring>
+#include <string_view>
 
 namespace cfg::keys {
 namespace {
@@ -60,6 +62,20 @@ uint32_t pickup_groups(const char *value) noexcept
     }
 }
 
+bool begins(const char *value, std::string_view word) noexcept
+{
+    return value != nullptr && std::string_view(value).starts_with(word);
+}
+
+// Part of a value into a text field of `size` bytes, cut to size - 1
+// characters, the rest of the field zero-filled.
+void text_part(uint8_t *at, std::size_t size, std::string_view part) noexcept
+{
+    std::memset(at, 0, size);
+    if (!part.empty())
+        std::memcpy(at, part.data(), std::min(part.size(), size - 1));
+}
+
 void store_special(const key &k, uint8_t *at, void *record, const char *value) noexcept
 {
     const auto min = static_cast<int32_t>(k.min);
@@ -99,6 +115,31 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value) n
     // ---- rules of the VoIP sections
     case rule::not_kept:
         return;
+    case rule::one_or_default:
+        return put(k, at, !numbers::absent(value) && numbers::parse_int(value) == 1 ? 1 : def);
+    case rule::inverse_checkbox:
+        return put(k, at, 1 - get_checkbox(value));
+    case rule::on_unless_zero:
+        return put(k, at, numbers::absent(value) || numbers::parse_int(value) != 0 ? 1 : 0);
+    case rule::dtmf_mime:
+        return put(k, at, begins(value, "dtmfr") ? 0 : begins(value, "dtmf") ? 1 : begins(value, "audio") ? 2 : 0);
+    case rule::hookflash_mime:
+        return put(k, at, begins(value, "dtmf")        ? 1
+                          : begins(value, "hookf")     ? 0
+                          : begins(value, "sscc")      ? 3
+                          : begins(value, "broadsoft") ? 2
+                                                       : 0);
+    case rule::user_at_host: {
+        // Both texts are zero-filled first, so an empty part clears its field.
+        const std::string_view text = numbers::absent(value) ? std::string_view() : value;
+        const std::size_t sep = text.find('@');
+        text_part(at, k.at.size, text.substr(0, sep));
+        text_part(static_cast<uint8_t *>(record) + k.aux, static_cast<std::size_t>(k.max),
+                  sep == std::string_view::npos ? std::string_view() : text.substr(sep + 1));
+        return;
+    }
+    case rule::server_text:
+        return get_string(reinterpret_cast<char *>(at), k.at.size, value);
     }
 }
 
