@@ -15,6 +15,10 @@ namespace {
 constexpr auto ports_index = make_index(port_keys);
 constexpr auto codecs_index = make_index(codec_keys);
 constexpr auto sip_profile_index = make_index(sip_profile_keys);
+constexpr auto h323_index = make_index(h323_keys);
+constexpr auto range_ports_index = make_index(range_keys);
+constexpr auto sip_index = make_index(sip_keys);
+constexpr auto general_index = make_index(general_keys);
 
 // ---- Network and switch sections
 constexpr auto tr069_index = make_index(tr069_keys);
@@ -25,6 +29,10 @@ constexpr auto tr069_index = make_index(tr069_keys);
 constinit const table ports = make_table(port_keys, ports_index);
 constinit const table codecs = make_table(codec_keys, codecs_index);
 constinit const table sip_profile = make_table(sip_profile_keys, sip_profile_index);
+constinit const table h323 = make_table(h323_keys, h323_index);
+constinit const table range_ports = make_table(range_keys, range_ports_index);
+constinit const table sip = make_table(sip_keys, sip_index);
+constinit const table general = make_table(general_keys, general_index);
 
 // ---- Network and switch sections
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
@@ -43,8 +51,12 @@ constexpr node_kind kinds[] = {
      sizeof(profile_cfg_t), 0, 7, "profile_codecs_save"},
     {"config.VOIP.dialplan_profiles.dialplan_profile{0..3}", &codecs, codec_keys, IMAGE(dialplan_profiles),
      sizeof(dialplan_profile_cfg_t), 0, 3, "dialplan_profile_save"},
+    {"config.VOIP.h323", &h323, h323_keys, IMAGE(h323), sizeof(h323_cfg_t), 0, 0, "h323_save"},
+    {"config.VOIP.range", &range_ports, range_keys, IMAGE(h323), sizeof(h323_cfg_t), 0, 0, "RANGE_save"},
     {"config.VOIP.profile.profile_{0..7}.sip", &sip_profile, sip_profile_keys, IMAGE(profiles[0].sip),
      sizeof(profile_cfg_t), 0, 7, "profile_sip_save"},
+    {"config.VOIP.sip", &sip, sip_keys, IMAGE(sip), sizeof(sip_cfg_t), 0, 0, "common_sip_save"},
+    {"config.VOIP.general", &general, general_keys, IMAGE(general), sizeof(general_cfg_t), 0, 0, "general_save"},
     // ---- Network and switch sections
     {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},
 };

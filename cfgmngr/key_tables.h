@@ -15,6 +15,10 @@ namespace cfg::keys {
 extern const table ports;
 extern const table codecs;
 extern const table sip_profile;
+extern const table h323;
+extern const table range_ports;
+extern const table sip;
+extern const table general;
 
 // ---- Network and switch sections
 extern const table tr069;

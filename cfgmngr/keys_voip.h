@@ -130,4 +130,79 @@ inline constexpr key sip_profile_keys[] = {
 };
 #undef F
 
+// ---------------------------------------------------------------------------
+// H.323 signalling settings ("config.VOIP.h323"). The writers of the global
+// VoIP sections send every number as unsigned (-1 as 4294967295).
+#define F(member) CFG_FIELD(h323_cfg_t, member)
+inline constexpr key h323_keys[] = {
+    number("timetolive", F(timetolive)).sent_as(sent::uint),
+    number("keepalivetime", F(keepalivetime)).sent_as(sent::uint),
+    number("enableh323", F(enableh323)).sent_as(sent::uint),
+    number("h235", F(h235)).sent_as(sent::uint),
+    number("ignore_gcf", F(ignore_gcf)).sent_as(sent::uint),
+    number("disabletunneling", F(disabletunneling)).sent_as(sent::uint),
+    number("disablefaststart", F(disablefaststart)).sent_as(sent::uint),
+    number("usegatekeeper", F(usegatekeeper)).sent_as(sent::uint),
+    text("gatekeeperip", F(gatekeeperip)),
+    text("h323aliase", F(h323aliase)),
+    number("isgateway", F(isgateway)).sent_as(sent::uint),
+    number("dtmftransfer", F(dtmftransfer)).sent_as(sent::uint),
+    number("bearercapability", F(bearercapability)).sent_as(sent::uint),
+    text("password", F(password)),
+};
+
+// Port ranges of the voice services ("config.VOIP.range"), kept in the H.323
+// record. Ports above 65500 are kept free for the system.
+inline constexpr key range_keys[] = {
+    range("tcpportmin", F(tcpportmin), 1024, 65500, 10000).sent_as(sent::uint),
+    range("tcpportmax", F(tcpportmax), 1024, 65500, 11920).sent_as(sent::uint),
+    range("udpportmin", F(udpportmin), 1024, 65500, 12000).sent_as(sent::uint),
+    range("udpportmax", F(udpportmax), 1024, 65500, 13920).sent_as(sent::uint),
+    range("rtph323min", F(rtph323min), 1024, 65500, 33000).sent_as(sent::uint),
+    range("rtph323max", F(rtph323max), 1024, 65500, 35000).sent_as(sent::uint),
+    range("rtpsipmin", F(rtpsipmin), 1024, 65500, 16384).sent_as(sent::uint),
+    range("rtpsipmax", F(rtpsipmax), 1024, 65500, 32767).sent_as(sent::uint),
+    range("intrcpmin", F(intrcpmin), 1024, 65500, 50000).sent_as(sent::uint),
+    range("intrcpmax", F(intrcpmax), 1024, 65500, 50100).sent_as(sent::uint),
+    checkbox("verify_remote_media", F(verify_remote_media)),
+    range("sip_dscp", F(sip_dscp), 0, 63, 26).sent_as(sent::uint),
+};
+#undef F
+
+// ---------------------------------------------------------------------------
+// SIP settings common to the whole gateway ("config.VOIP.sip").
+#define F(member) CFG_FIELD(sip_cfg_t, member)
+inline constexpr key sip_keys[] = {
+    checkbox("enablesip", F(enablesip)),
+    range("transport", F(transport), 1, 3, 0).sent_as(sent::uint), // no value and other numbers: 0
+    range("invite_init_t", F(invite_init_t), 100, 1000, 500).sent_as(sent::uint),
+    range("invite_init_max_t", F(invite_init_max_t), 1000, 32000, 4000).sent_as(sent::uint),
+    range("invite_total_t", F(invite_total_t), 1000, 39000, 32000).sent_as(sent::uint),
+    range("sip_mtu", F(sip_mtu), 1300, 1450, 1300).sent_as(sent::uint),
+    checkbox("shortmode", F(shortmode)),
+    range("port_reg_delay_t", F(port_reg_delay_t), 0, 5000, 0).sent_as(sent::uint),
+    checkbox("stun_enable", F(stun_enable)),
+    text("stun_server", F(stun_server)),
+    // 0 (STUN keep-alive off) for no value and for anything outside 10..1800.
+    range("stun_interval", F(stun_interval), 10, 1800, 0).sent_as(sent::uint),
+    text("publicip", F(publicip)),
+};
+#undef F
+
+// ---------------------------------------------------------------------------
+// Gateway-wide voice settings ("config.VOIP.general").
+#define F(member) CFG_FIELD(general_cfg_t, member)
+inline constexpr key general_keys[] = {
+    text("device_name", F(device_name)),
+    text("unit_prefix", F(unit_prefix)),
+    checkbox("use_uni", F(use_uni)),
+    range("start_timer", F(start_timer), 10, 300, 300).sent_as(sent::uint),
+    range("wait_answer_timer", F(wait_answer_timer), 40, 300, 180).sent_as(sent::uint),
+    range("duration_timer", F(duration_timer), 10, 300, 300).sent_as(sent::uint),
+    checkbox("fans_force_enable", F(fans_force_enable)),
+    range("fans_threshold_temperature", F(fans_threshold_temperature), 35, 55, 55).sent_as(sent::uint),
+    checkbox("power_mode", F(power_mode)),
+};
+#undef F
+
 } // namespace cfg::keys

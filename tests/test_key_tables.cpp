@@ -294,6 +294,10 @@ const std::map<std::string_view, writer_call> &writers()
         {"profile_codecs_save", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_codecs_save(c, static_cast<int>(n), &i.profiles[n]); }},
         {"dialplan_profile_save", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return dialplan_profile_save(c, static_cast<int>(n), &i.dialplan_profiles[n]); }},
         {"profile_sip_save", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_sip_save(c, static_cast<int>(n), &i.profiles[n]); }},
+        {"h323_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return h323_save(c, &i.h323); }},
+        {"RANGE_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return RANGE_save(c, &i.h323); }},
+        {"common_sip_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return common_sip_save(c, &i.sip); }},
+        {"general_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return general_save(c, &i.general); }},
         // ---- end of the VoIP sections
         {"save_acs", [](uint8_t **c, const cfg_image_t &i, unsigned) { return save_acs(c, &i.tr069); }},
     };
