@@ -19,6 +19,9 @@ constexpr auto h323_index = make_index(h323_keys);
 constexpr auto range_ports_index = make_index(range_keys);
 constexpr auto sip_index = make_index(sip_keys);
 constexpr auto general_index = make_index(general_keys);
+constexpr auto tones_index = make_index(tones_keys);
+constexpr auto trace_index = make_index(trace_keys);
+constexpr auto dvo_index = make_index(dvo_keys);
 
 // ---- Network and switch sections
 constexpr auto tr069_index = make_index(tr069_keys);
@@ -33,6 +36,9 @@ constinit const table h323 = make_table(h323_keys, h323_index);
 constinit const table range_ports = make_table(range_keys, range_ports_index);
 constinit const table sip = make_table(sip_keys, sip_index);
 constinit const table general = make_table(general_keys, general_index);
+constinit const table tones = make_table(tones_keys, tones_index);
+constinit const table trace = make_table(trace_keys, trace_index);
+constinit const table dvo = make_table(dvo_keys, dvo_index);
 
 // ---- Network and switch sections
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
@@ -57,6 +63,9 @@ constexpr node_kind kinds[] = {
      sizeof(profile_cfg_t), 0, 7, "profile_sip_save"},
     {"config.VOIP.sip", &sip, sip_keys, IMAGE(sip), sizeof(sip_cfg_t), 0, 0, "common_sip_save"},
     {"config.VOIP.general", &general, general_keys, IMAGE(general), sizeof(general_cfg_t), 0, 0, "general_save"},
+    {"config.VOIP.tones", &tones, tones_keys, IMAGE(tones), sizeof(tones_cfg_t), 0, 0, "tones_save"},
+    {"config.VOIP.trace", &trace, trace_keys, IMAGE(trace), sizeof(trace_cfg_t), 0, 0, "syslog_save"},
+    {"config.VOIP.dvo", &dvo, dvo_keys, IMAGE(dvo), sizeof(dvo_cfg_t), 0, 0, "dvo_config_save"},
     // ---- Network and switch sections
     {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},
 };

@@ -19,6 +19,9 @@ extern const table h323;
 extern const table range_ports;
 extern const table sip;
 extern const table general;
+extern const table tones;
+extern const table trace;
+extern const table dvo;
 
 // ---- Network and switch sections
 extern const table tr069;

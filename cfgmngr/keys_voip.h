@@ -205,4 +205,67 @@ inline constexpr key general_keys[] = {
 };
 #undef F
 
+// ---------------------------------------------------------------------------
+// Call-progress tones ("config.VOIP.tones"): texts kept as they come.
+#define F(member) CFG_FIELD(tones_cfg_t, member)
+inline constexpr key tones_keys[] = {
+    text("country", F(country)),
+    text("dialtone_freq", F(dialtone_freq)),
+    text("dialtone_cadence", F(dialtone_cadence)),
+    text("busytone_freq", F(busytone_freq)),
+    text("busytone_cadence", F(busytone_cadence)),
+    text("disconnect_freq", F(disconnect_freq)),
+    text("disconnect_cadence", F(disconnect_cadence)),
+    text("ringbacktone_freq", F(ringbacktone_freq)),
+    text("ringbacktone_cadence", F(ringbacktone_cadence)),
+    text("congestiontone_freq", F(congestiontone_freq)),
+    text("congestiontone_cadence", F(congestiontone_cadence)),
+};
+#undef F
+
+// ---------------------------------------------------------------------------
+// Logging settings of the voice applications ("config.VOIP.trace"); a flag
+// param sets or clears its own bit of trace_cfg_t::flags only.
+namespace trace_bits {
+enum : uint8_t { app_alarm, app_err, app_warn, app_info, app_dbg, vapi_enabled, run_syslog, syslog_to_file };
+} // namespace trace_bits
+
+#define F(member) CFG_FIELD(trace_cfg_t, member)
+#define FLAG(name) flag(#name, F(flags), trace_bits::name)
+inline constexpr key trace_keys[] = {
+    range("sip_level", F(sip_level), -1, 9, 0), // -1 (trace off) goes out signed
+    range("h323_level", F(h323_level), 0, 6, 0).sent_as(sent::uint),
+    range("vapi_level", F(vapi_level), 0, 65, 0).sent_as(sent::uint),
+    FLAG(vapi_enabled),
+    FLAG(app_info),
+    FLAG(app_warn),
+    FLAG(app_err),
+    FLAG(app_dbg),
+    FLAG(app_alarm),
+    // Stored as sent; the writer always sends "syslog_server".
+    text("trace_out", F(trace_out)).sent_as(sent::own_format),
+    range("syslog_port", F(syslog_port), 0, 65535, 514).sent_as(sent::uint),
+    text("syslog_addr", F(syslog_addr)),
+    FLAG(run_syslog),
+    FLAG(syslog_to_file),
+};
+#undef FLAG
+#undef F
+
+// ---------------------------------------------------------------------------
+// Service codes of the supplementary services ("config.VOIP.dvo"), at most 3
+// characters each.
+#define F(member) CFG_FIELD(dvo_cfg_t, member)
+inline constexpr key dvo_keys[] = {
+    text("dnd", F(dnd)),
+    text("callwaiting", F(callwaiting)),
+    text("ct_attended", F(ct_attended)),
+    text("ct_unattended", F(ct_unattended)),
+    text("cf_unconditional", F(cf_unconditional)),
+    text("cf_busy", F(cf_busy)),
+    text("cf_noanswer", F(cf_noanswer)),
+    text("cf_outofservice", F(cf_outofservice)),
+};
+#undef F
+
 } // namespace cfg::keys

@@ -298,6 +298,9 @@ const std::map<std::string_view, writer_call> &writers()
         {"RANGE_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return RANGE_save(c, &i.h323); }},
         {"common_sip_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return common_sip_save(c, &i.sip); }},
         {"general_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return general_save(c, &i.general); }},
+        {"tones_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return tones_save(c, &i.tones); }},
+        {"syslog_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return syslog_save(c, &i.trace); }},
+        {"dvo_config_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return dvo_config_save(c, &i.dvo); }},
         // ---- end of the VoIP sections
         {"save_acs", [](uint8_t **c, const cfg_image_t &i, unsigned) { return save_acs(c, &i.tr069); }},
     };
@@ -346,7 +349,8 @@ TEST(KeyTables, WritersSendTheirRowsBackToTheSameMembers)
         for (const auto &p : out.node().params)
             sent_by_any[nk.keys].insert(p.name);
         for (const key &k : nk.keys->rows) {
-            if (k.out == cfg::keys::sent::none || k.count != 0 || k.how == kind::special)
+            if (k.out == cfg::keys::sent::none || k.out == cfg::keys::sent::own_format || k.count != 0 ||
+                k.how == kind::special)
                 continue;
             const auto names = support::names(out.node());
             if (std::find(names.begin(), names.end(), std::string(k.wire_name())) == names.end())
