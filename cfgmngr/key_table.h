@@ -70,6 +70,8 @@ enum class rule : uint8_t {
     hookflash_mime,   // "dtmf" 1, "hookf" 0, "sscc" 3, "broadsoft" 2, other words 0
     user_at_host,     // "user@host": the user, and the host into the text at `aux` of `max` bytes
     server_text,      // text of SIP server N, named key_N (the key alone: server 0)
+    clamped,          // the number as strtoll reads it (no digits: 0), held to min..max
+    flag_list,        // "0,2,5": bit k for each flag k in min..max; empty pieces name none
 
     // ---- rules of the network and switch sections
 

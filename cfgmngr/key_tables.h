@@ -22,6 +22,8 @@ extern const table general;
 extern const table tones;
 extern const table trace;
 extern const table dvo;
+extern const table sip_cadence;
+extern const table cadences;
 
 // ---- Network and switch sections
 extern const table tr069;

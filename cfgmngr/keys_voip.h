@@ -268,4 +268,27 @@ inline constexpr key dvo_keys[] = {
 };
 #undef F
 
+// ---------------------------------------------------------------------------
+// One alert-info cadence of a VoIP profile
+// ("config.VOIP.profile.profile_N.sip_cadences.sip_cadence_M").
+#define F(member) CFG_FIELD(sip_cadence_cfg_t, member)
+inline constexpr key sip_cadence_keys[] = {
+    text("name", F(name)),
+    text("ring_rule", F(ring_rule)),
+};
+#undef F
+
+// ---------------------------------------------------------------------------
+// One ring cadence ("config.VOIP.cadences.cadence_N"). "ring" comes before
+// "rule": a name that begins with "ring" never reaches it.
+#define F(member) CFG_FIELD(cadence_cfg_t, member)
+inline constexpr key cadence_keys[] = {
+    special("ring", F(ring), rule::clamped, 0, 4000, 0),
+    special("pause", F(pause), rule::clamped, 0, 25500, 0),
+    // Sent as the set flags in ascending order ("0,2,5").
+    special("mask", F(mask), rule::flag_list, 0, 7, 0).sent_as(sent::own_format),
+    text("rule", F(rule)),
+};
+#undef F
+
 } // namespace cfg::keys

@@ -4,6 +4,7 @@
 #include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -59,6 +60,32 @@ uint32_t pickup_groups(const char *value) noexcept
             groups |= 1u << g;
         while (*at != '\0' && !pickup_separator(*at))
             ++at;
+    }
+}
+
+// Flag numbers separated by ",", e.g. "0,2,5". A piece whose value lies
+// outside 0..flags-1 is ignored; a piece without digits counts as 0. Empty
+// pieces (two commas in a row, a comma at either end) name no flag, so a
+// stray comma does not turn on flag 0. Only the first 255 characters count.
+uint32_t flag_list(const char *value, int32_t flags) noexcept
+{
+    uint32_t set = 0;
+    if (numbers::absent(value))
+        return set;
+    char text[256] = {};
+    std::memcpy(text, value, strnlen(value, sizeof text - 1));
+    const char *piece = text;
+    for (;;) {
+        const char *comma = std::strchr(piece, ',');
+        const bool empty = comma == piece || *piece == '\0';
+        if (!empty) {
+            const int32_t k = numbers::entry_within(piece, flags, 0);
+            if (k >= 0)
+                set |= 1u << k;
+        }
+        if (comma == nullptr)
+            return set;
+        piece = comma + 1;
     }
 }
 
@@ -140,6 +167,13 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value) n
     }
     case rule::server_text:
         return get_string(reinterpret_cast<char *>(at), k.at.size, value);
+    case rule::clamped: {
+        // The 64-bit conversion saturates, so a huge text is held at max.
+        const long long n = numbers::absent(value) ? 0 : std::strtoll(value, nullptr, 10);
+        return put(k, at, n < k.min ? k.min : n > k.max ? k.max : n);
+    }
+    case rule::flag_list:
+        return put(k, at, flag_list(value, static_cast<int32_t>(k.max) + 1));
     }
 }
 
