@@ -24,6 +24,7 @@ constexpr auto trace_index = make_index(trace_keys);
 constexpr auto dvo_index = make_index(dvo_keys);
 constexpr auto sip_cadence_index = make_index(sip_cadence_keys);
 constexpr auto cadences_index = make_index(cadence_keys);
+constexpr auto regexprd_index = make_index(regexprd_keys);
 
 // ---- Network and switch sections
 constexpr auto tr069_index = make_index(tr069_keys);
@@ -43,6 +44,7 @@ constinit const table trace = make_table(trace_keys, trace_index);
 constinit const table dvo = make_table(dvo_keys, dvo_index);
 constinit const table sip_cadence = make_table(sip_cadence_keys, sip_cadence_index);
 constinit const table cadences = make_table(cadence_keys, cadences_index);
+constinit const table regexprd = make_table(regexprd_keys, regexprd_index);
 
 // ---- Network and switch sections
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
@@ -71,6 +73,8 @@ constexpr node_kind kinds[] = {
     {"config.VOIP.trace", &trace, trace_keys, IMAGE(trace), sizeof(trace_cfg_t), 0, 0, "syslog_save"},
     {"config.VOIP.cadences.cadence_{0..31}", &cadences, cadence_keys, IMAGE(cadences), sizeof(cadence_cfg_t), 0, 31,
      "cadence_config_save"},
+    {"config.VOIP.profile.profile_{0..7}.regexprd", &regexprd, regexprd_keys, IMAGE(dialplans),
+     sizeof(profile_dialplan_cfg_t), 0, 7, "profile_dialplan_regular_to_file"},
     {"config.VOIP.dvo", &dvo, dvo_keys, IMAGE(dvo), sizeof(dvo_cfg_t), 0, 0, "dvo_config_save"},
     // ---- Network and switch sections
     {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},

@@ -24,6 +24,7 @@ extern const table trace;
 extern const table dvo;
 extern const table sip_cadence;
 extern const table cadences;
+extern const table regexprd;
 
 // ---- Network and switch sections
 extern const table tr069;

@@ -291,4 +291,17 @@ inline constexpr key cadence_keys[] = {
 };
 #undef F
 
+// ---------------------------------------------------------------------------
+// Regular-expression dial plan of a profile
+// ("config.VOIP.profile.profile_N.regexprd"), kept in the profile's dial-plan
+// record; the expression is stored as text, never compiled here.
+#define F(member) CFG_FIELD(profile_dialplan_cfg_t, member)
+inline constexpr key regexprd_keys[] = {
+    checkbox("regex_on", F(regex_on)),
+    text("proto", F(proto)),
+    range("start_timer", F(start_timer), 10, 300, 300),
+    text("regex", F(regex)),
+};
+#undef F
+
 } // namespace cfg::keys
