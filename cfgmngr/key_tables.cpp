@@ -25,6 +25,10 @@ constexpr auto dvo_index = make_index(dvo_keys);
 constexpr auto sip_cadence_index = make_index(sip_cadence_keys);
 constexpr auto cadences_index = make_index(cadence_keys);
 constexpr auto regexprd_index = make_index(regexprd_keys);
+constexpr auto dialplan_index = make_index(dialplan_keys);
+constexpr auto groups_index = make_index(group_keys);
+constexpr auto limits_index = make_index(limit_keys);
+constexpr auto modifiers_index = make_index(modifier_keys);
 
 // ---- Network and switch sections
 constexpr auto tr069_index = make_index(tr069_keys);
@@ -45,6 +49,10 @@ constinit const table dvo = make_table(dvo_keys, dvo_index);
 constinit const table sip_cadence = make_table(sip_cadence_keys, sip_cadence_index);
 constinit const table cadences = make_table(cadence_keys, cadences_index);
 constinit const table regexprd = make_table(regexprd_keys, regexprd_index);
+constinit const table dialplan = make_table(dialplan_keys, dialplan_index);
+constinit const table groups = make_table(group_keys, groups_index);
+constinit const table limits = make_table(limit_keys, limits_index);
+constinit const table modifiers = make_table(modifier_keys, modifiers_index);
 
 // ---- Network and switch sections
 constinit const table tr069 = make_table(tr069_keys, tr069_index);
@@ -71,11 +79,16 @@ constexpr node_kind kinds[] = {
     {"config.VOIP.general", &general, general_keys, IMAGE(general), sizeof(general_cfg_t), 0, 0, "general_save"},
     {"config.VOIP.tones", &tones, tones_keys, IMAGE(tones), sizeof(tones_cfg_t), 0, 0, "tones_save"},
     {"config.VOIP.trace", &trace, trace_keys, IMAGE(trace), sizeof(trace_cfg_t), 0, 0, "syslog_save"},
+    {"config.VOIP.profile.profile_{0..7}.dialplan", &dialplan, dialplan_keys, IMAGE(dialplans),
+     sizeof(profile_dialplan_cfg_t), 0, 7, "profile_dialplan_to_file"},
     {"config.VOIP.cadences.cadence_{0..31}", &cadences, cadence_keys, IMAGE(cadences), sizeof(cadence_cfg_t), 0, 31,
      "cadence_config_save"},
     {"config.VOIP.profile.profile_{0..7}.regexprd", &regexprd, regexprd_keys, IMAGE(dialplans),
      sizeof(profile_dialplan_cfg_t), 0, 7, "profile_dialplan_regular_to_file"},
     {"config.VOIP.dvo", &dvo, dvo_keys, IMAGE(dvo), sizeof(dvo_cfg_t), 0, 0, "dvo_config_save"},
+    {"config.VOIP.limits", &limits, limit_keys, IMAGE(limits), sizeof(limit_cfg_t), 0, 0, "save_limits"},
+    {"config.VOIP.modifiers.modifier_{0..15}", &modifiers, modifier_keys, IMAGE(modifiers), sizeof(modifier_cfg_t),
+     0, 15, "modifier_to_file"},
     // ---- Network and switch sections
     {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},
 };

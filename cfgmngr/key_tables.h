@@ -25,6 +25,10 @@ extern const table dvo;
 extern const table sip_cadence;
 extern const table cadences;
 extern const table regexprd;
+extern const table dialplan;
+extern const table groups;
+extern const table limits;
+extern const table modifiers;
 
 // ---- Network and switch sections
 extern const table tr069;

@@ -304,4 +304,48 @@ inline constexpr key regexprd_keys[] = {
 };
 #undef F
 
+// ---------------------------------------------------------------------------
+// Dial-plan rules of a profile ("config.VOIP.profile.profile_N.dialplan"):
+// "dialplan_R", R 0..299, each a rule line of its own format.
+inline constexpr key dialplan_keys[] = {
+    special("dialplan", CFG_FIELD(profile_dialplan_cfg_t, entries[0]), rule::dial_plan_line)
+        .numbered(CFG_DIALPLAN_ENTRIES, sizeof(dial_plan_t)).sent_as(sent::own_format),
+};
+
+// ---------------------------------------------------------------------------
+// One hunt group ("config.VOIP.groups.group_N", "...fxo_group_N").
+#define F(member) CFG_FIELD(group_cfg_t, member)
+inline constexpr key group_keys[] = {
+    checkbox("enabled", F(enabled)),
+    checkbox("transmit_number", F(transmit_number)),
+    checkbox("dont_transmit_prefix", F(dont_transmit_prefix)),
+    checkbox("fxo_call_busy", F(fxo_call_busy)),
+    range("type", F(type), 0, 4, 0),
+    range("busy", F(busy), 0, 1, 0),
+    text("phone", F(phone)),
+    range("timeout", F(timeout), 5, 120, 0),
+    range("sip_port", F(sip_port), 0, 65535, 0),
+    text("name", F(name)),
+    text("password", F(password)),
+    special("ports", F(port_list), rule::group_ports).sent_as(sent::own_format),
+    range("profile_id", F(profile_id), 0, 7, 0),
+};
+#undef F
+
+// ---------------------------------------------------------------------------
+// Call limits ("config.VOIP.limits"): "limit_N", N 0..29, each a target word
+// and a number, kept in parallel arrays.
+inline constexpr key limit_keys[] = {
+    special("limit", CFG_FIELD(limit_cfg_t, target[0]), rule::limit_line)
+        .numbered(CFG_LIMITS, sizeof(limit_cfg_t{}.target[0])).sent_as(sent::own_format),
+};
+
+// ---------------------------------------------------------------------------
+// One number modifier ("config.VOIP.modifiers.modifier_M"): "mod_rule_R",
+// R 0..31, each a line of three words.
+inline constexpr key modifier_keys[] = {
+    special("mod_rule_", CFG_FIELD(modifier_cfg_t, rules[0]), rule::modifier_rule)
+        .numbered(CFG_MODIFIER_RULES, sizeof(mod_rule_t)).sent_as(sent::own_format),
+};
+
 } // namespace cfg::keys

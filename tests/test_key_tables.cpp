@@ -303,6 +303,9 @@ const std::map<std::string_view, writer_call> &writers()
         {"dvo_config_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return dvo_config_save(c, &i.dvo); }},
         {"cadence_config_save", [](uint8_t **c, const cfg_image_t &i, unsigned) { return cadence_config_save(c, &i); }},
         {"profile_dialplan_regular_to_file", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_dialplan_regular_to_file(c, static_cast<int>(n), &i.dialplans[n]); }},
+        {"profile_dialplan_to_file", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_dialplan_to_file(c, static_cast<int>(n), &i.dialplans[n], i.max_ports); }},
+        {"save_limits", [](uint8_t **c, const cfg_image_t &i, unsigned) { return save_limits(c, &i.limits); }},
+        {"modifier_to_file", [](uint8_t **c, const cfg_image_t &i, unsigned n) { return modifier_to_file(c, static_cast<int>(n), &i.modifiers[n]); }},
         // ---- end of the VoIP sections
         {"save_acs", [](uint8_t **c, const cfg_image_t &i, unsigned) { return save_acs(c, &i.tr069); }},
     };

@@ -174,6 +174,11 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value) n
     }
     case rule::flag_list:
         return put(k, at, flag_list(value, static_cast<int32_t>(k.max) + 1));
+    case rule::group_ports:   // the handlers store these with their own parsers
+    case rule::limit_line:
+    case rule::modifier_rule:
+    case rule::dial_plan_line:
+        return;
     }
 }
 
