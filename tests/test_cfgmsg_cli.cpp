@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -111,7 +112,8 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
     // Body length 5: operation byte, then a path length of 16 with 2 bytes left.
     const std::string bad_node = file("bad-node.msg", framed(5, std::string("\x02\x10\x00" "a\x00", 5))).string();
     const std::string long_body = file("long.msg", framed(100, std::string("\x02\x00", 2))).string();
-    const std::string short_header = file("short.msg", std::string(7, '\0')).string();
+    const std::string short_header = file("short.msg", std::string(1, '\0')).string();
+    const std::string trailing = file("trailing.msg", framed(1, "\x02xyz")).string();
 
     struct row {
         std::vector<std::string> args;
@@ -122,32 +124,48 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
     const std::vector<row> rows = {
         {{}, 2, "", "missing command"},
         {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
-        {{"--help"}, 0, "apply FILE...", ""},
-        {{"decode", "--help"}, 0, "usage: cfgmsg decode [--json] FILE", ""},
-        {{"encode", "-h"}, 0, "usage: cfgmsg encode FILE", ""},
-        {{"apply", "--help"}, 0, "usage: cfgmsg apply [--ports N] [--json] FILE...", ""},
+        {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""},
+        {{"--version"}, 0, "cfgmsg 0.", ""},
+        {{"decode", "--help"}, 0, "usage: cfgmsg decode [--json] [--redact] FILE", ""},
+        {{"encode", "-h"}, 0, "usage: cfgmsg encode [--json] FILE", ""},
+        {{"set", "--help"}, 0, "usage: cfgmsg set FILE -o OUT", ""},
         {{"diff", "--help"}, 0, "as diff(1)", ""},
-        {{"decode", missing}, 1, "", "cannot open " + missing},
-        {{"apply", sample, missing}, 1, "", "cannot open " + missing},
+        {{"decode", "/dev/zero"}, 1, "", "/dev/zero: malformed message at byte offset 4 (0x4): body length 0"},
+        {{"decode", trailing}, 1, "", "byte offset 13 (0xd): the input goes on after the 1-byte body"},
         {{"apply", bad_node}, 1, "", bad_node + ": malformed message at byte offset 13 (0xd): node 1"},
-        {{"decode", long_body}, 1, "", "malformed message at byte offset 4 (0x4): body length 100"},
-        {{"apply", short_header}, 1, "", "malformed message at byte offset 7"},
+        {{"decode", long_body}, 1, "", "offset 4 (0x4): body length 100 is larger than the 2 bytes"},
+        {{"apply", short_header}, 1, "", "at byte offset 1 (0x1): the message ends inside its 12-byte header (1 byte)"},
+        {{"decode", example("sample.txt")}, 1, "", "sample.txt: this looks like the text form of a message, not a binary"},
         {{"apply"}, 2, "", "apply: missing FILE"},
         {{"decode", sample, sample}, 2, "", "decode: expects one FILE"},
+        {{"diff", "-", "-"}, 2, "", "diff: '-' (standard input) given twice"},
         {{"apply", "--ports", "73", sample}, 2, "", "--ports wants a number from 0 to 72, not '73'"},
         {{"apply", "--ports=-1", sample}, 2, "", "not '-1'"},
         {{"apply", sample, "--ports"}, 2, "", "option '--ports' needs a value"},
         {{"decode", "--ports", "8", sample}, 2, "", "decode: unknown option '--ports'"},
-        {{"encode", "--json", sample}, 2, "", "encode: unknown option '--json'"},
+        {{"get", "--json", sample}, 2, "", "get: unknown option '--json'"},
         {{"apply", "-x", sample}, 2, "", "apply: unknown option '-x'"},
         {{"decode", "--json=yes", sample}, 2, "", "decode: option '--json' takes no value"},
         {{"diff", sample}, 2, "", "diff: expects two FILEs"},
         {{"diff", "--bogus", sample, sample}, 2, "", "unknown option '--bogus'"},
-        {{"diff", sample, missing}, 2, "", "cannot open"},
-        {{"diff", sample, bad_node}, 2, "", "malformed message at byte offset 13"},
+        {{"get", sample, "a", "b", "c"}, 2, "", "get: expects FILE [PATH [PARAM]]"},
+        {{"set", sample, "a.b=1"}, 2, "", "set: -o OUT is required"},
+        {{"set", sample, "-o", "x"}, 2, "", "set: nothing to change"},
+        {{"set", sample, "-o", "x", "ab=1"}, 2, "", "set: 'ab=1' is not PATH.PARAM=VALUE"},
+        {{"set", sample, "-o", "x", "--format", "xml", "a.b=1"}, 2, "", "--format wants binary, text or json"},
+        {{"set", sample, "-o", "x", "--unset", "ab"}, 2, "", "--unset wants PATH.PARAM, not 'ab'"},
         {{"diff", sample, sample}, 0, "", ""},
         {{"decode", sample}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
+        {{"decode", "--redact", sample}, 0, "    password = ***\n", ""},
+        {{"get", "--redact", sample, "config.VOIP.h323", "password"}, 0, "***\n", ""},
+        {{"get", sample, "config.VOIP.h323", "password"}, 0, "s3cret\n", ""},
+        {{"get", sample, "config.VOIP.h323"}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
+        {{"get", sample}, 0, "config.VOIP.h323\nconfig.VOIP.range\n", ""},
+        {{"get", sample, "config.VOIP.h3"}, 1, "", "sample.msg: no node [config.VOIP.h3]"},
+        {{"get", sample, "config.VOIP.h323", "pass"}, 1, "", "sample.msg: no param 'pass' in [config.VOIP.h323]"},
         {{"apply", "--ports", "0", sample}, 0, "max_ports 0", ""},
+        {{"apply", "--redact", example("full-config.msg")}, 0, "    rocommunity = ***\n", ""},
+        {{"diff", "--redact", sample, example("full-config.msg")}, 1, "-    password = ***\n+    password = ***\n", ""},
     };
     for (const row &r : rows) {
         std::string joined;
@@ -155,15 +173,117 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
         SCOPED_TRACE("cfgmsg" + joined);
         const result got = run(r.args);
         EXPECT_EQ(got.status, r.status) << got.err;
-        EXPECT_NE(got.out.find(r.out), std::string::npos) << got.out.substr(0, 300);
+        EXPECT_NE(got.out.find(r.out), std::string::npos) << got.out.substr(0, 200);
         EXPECT_NE(got.err.find(r.err), std::string::npos) << got.err;
         if (r.status == 0 && r.args.size() > 1 && r.args[1] != "--help") {
             EXPECT_EQ(got.err, "");
         }
-        if (r.status != 0 && r.args.size() > 1) {
+        if (r.status != 0 && r.args.size() > 1 && r.out.empty()) {
             EXPECT_EQ(got.out, "") << "nothing printed on failure";
         }
+        if (r.args.size() > 1 && r.args[1] == "--redact") {
+            EXPECT_EQ(got.out.find("s3cret"), std::string::npos);
+            EXPECT_EQ(got.out.find("Ipsec-psk-0123"), std::string::npos);
+        }
     }
+}
+
+// Every command given each kind of bad input: one line on standard error
+// that starts with the file's name and names the place, the command's
+// trouble status, nothing on standard output, no output file.
+TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
+    struct kind {
+        std::string name, bytes, place;
+    };
+    const std::vector<kind> kinds = {
+        {"missing", "", ": cannot open: No such file"},
+        {"empty", "", ": empty file"},
+        {"truncated", framed(9, std::string("\x02\x03\x00" "abc\x00\x00", 8)), ": malformed message at byte offset"},
+        {"bad-text", "[a]\nx = 1\nnot a param\n", ":3: expected '[path]'"},
+        {"bad-json", "{\"nodes\": [\n  {\"path\": 1}]}", ": bad JSON at /nodes/0/path: expected a string"},
+        {"bad-syntax", "{\n\"nodes\": [}", ": bad JSON at line 2, column 11: syntax error"},
+        {"nul-in-text", std::string("[a]\nx = 1\ny = 2\n\0", 17), ": a NUL byte at offset 16"},
+        {"no-node", "[a]\nx = 1\n", ": no "},  // get: no node [b]; set: no param y in [b]
+        {"no-param", "[b]\nx = 1\n", ": no param 'y' in [b]"},
+    };
+    const std::string out = (dir_ / "out.msg").string();
+    for (const kind &k : kinds) {
+        const std::string f = k.name == "missing" ? (dir_ / "missing").string() : file(k.name, k.bytes).string();
+        const bool binary = k.name == "truncated";
+        for (const std::vector<std::string> &args : std::vector<std::vector<std::string>>{
+                 {"decode", f}, {"encode", f}, {"apply", f}, {"diff", f, f}, {"get", f, "b", "y"},
+                 {"set", f, "-o", out, "--unset", "b.y"}}) {
+            const bool node_check = k.name == "no-node" || k.name == "no-param";
+            if (node_check && args[0] != "get" && args[0] != "set") continue;
+            SCOPED_TRACE(args[0] + " " + k.name);
+            const result got = run(args);
+            EXPECT_EQ(got.status, args[0] == "diff" ? 2 : 1) << got.err;
+            EXPECT_EQ(got.out, "");
+            EXPECT_FALSE(fs::exists(out));
+            ASSERT_EQ(got.err.rfind("cfgmsg: " + f, 0), 0u) << got.err;
+            EXPECT_EQ(std::count(got.err.begin(), got.err.end(), '\n'), 1) << got.err;
+            const bool other_form = (args[0] == "decode" && !binary && k.name != "empty" && k.name != "missing") ||
+                                    (args[0] == "encode" && binary);
+            EXPECT_NE(got.err.find(other_form ? ": this looks like " : k.place), std::string::npos) << got.err.substr(0, 200);
+        }
+    }
+    // set: bad values and places to write; nothing written, nothing left behind.
+    const std::string sample = example("sample.msg").string();
+    for (const auto &[args, reason] : std::vector<std::pair<std::vector<std::string>, std::string>>{
+             {{"-o", out, "a.b=x\ny"}, "set: 'a.b=x\\ny': the value holds a line break (at character 2)"},
+             {{"-o", out, std::string(65536, 'p') + ".b=1"}, "the path is longer than 65535 bytes"},
+             {{"-o", out, "--delete-node", "a.b"}, sample + ": no node [a.b] to delete"},
+             {{"-o", (dir_ / "no-dir" / "x.msg").string(), "a.b=1"}, "cannot create a file in " + dir_.string()},
+         }) {
+        std::vector<std::string> full{"set", sample};
+        full.insert(full.end(), args.begin(), args.end());
+        const result got = run(full);
+        EXPECT_EQ(got.status, 1);
+        EXPECT_NE(got.err.find(reason), std::string::npos) << got.err;
+        EXPECT_FALSE(fs::exists(out));
+    }
+    for (const auto &entry : fs::directory_iterator(dir_))
+        EXPECT_NE(entry.path().filename().string()[0], '.') << "temporary file left: " << entry.path();
+}
+
+// decode --json | encode gives back every example message byte for byte,
+// and apply takes binary, text and JSON alike (diff finds nothing).
+TEST_F(CfgmsgCli, JsonAndTextComeBackToTheSameMessage) {
+    for (const auto &entry : fs::directory_iterator(source_dir() / "examples")) {
+        if (entry.path().extension() != ".msg") continue;
+        const std::string msg = entry.path().string();
+        SCOPED_TRACE(msg);
+        for (const char *form : {"--json", "--redact"}) {
+            const result dec = run({"decode", form, msg});
+            ASSERT_EQ(dec.status, 0) << dec.err;
+            const fs::path decoded = file(std::string("decoded") + form, dec.out);
+            const result enc = run({"encode", decoded.string()});
+            ASSERT_EQ(enc.status, 0) << enc.err;
+            if (std::string(form) == "--json") {
+                EXPECT_EQ(enc.out, slurp(msg));
+                const result same = run({"diff", msg, decoded.string()});
+                EXPECT_EQ(same.status, 0) << same.out << same.err;
+            }
+        }
+    }
+}
+
+// set: edits land where documented, the output keeps the input's form (or
+// takes --format), decodes with its new body length, and may replace FILE.
+TEST_F(CfgmsgCli, SetEditsAMessage) {
+    const fs::path text = file("in.txt", "header0 = 0x5\n[a]\nx = 1\ny = 2\nx = 3\n[b]\nz = 4\n[a]\nw = 5\n");
+    const fs::path out = dir_ / "out";
+    const result got = run({"set", text.string(), "-o", out.string(), "a.x=9", "a.v=", "c.n=new value",
+                            "--unset", "a.y", "--delete-node", "b"});
+    ASSERT_EQ(got.status, 0) << got.err;
+    EXPECT_EQ(slurp(out), "# body length 54, 3 nodes\nheader0 = 0x00000005\nheader2 = 0x00000000\noperation = 2\n\n"
+                          "[a]\n    x = 9\n    x = 9\n\n[a]\n    w = 5\n    v =\n\n[c]\n    n = new value\n");
+    for (const char *format : {"json", "binary"}) {
+        ASSERT_EQ(run({"set", out.string(), "-o", out.string(), "--format", format, "a.w=6"}).status, 0);
+        EXPECT_EQ(run({"get", out.string(), "a", "w"}).out, "6\n");
+    }
+    EXPECT_EQ(run({"decode", out.string()}).status, 0);
+    EXPECT_EQ(run({"get", out.string()}).out, "a\nc\n");
 }
 
 // Node count per path with the element numbers replaced by N.

@@ -195,7 +195,8 @@ TEST(MsgText, ReportsBadTextWithLine) {
         {"operation = 256\n", 1, "bad value for operation"},
         {"header0 = 0x1G\n", 1, "bad value for header0"},
         {"terminator = -1\n", 1, "bad value for terminator"},
-        {"\n\n[a]\nn = " + std::string(65536, 'x') + "\n", 4, "longer than 65535"},
+        {"\n\n[a]\nn = " + std::string(65536, 'x') + "\n", 4, "param value longer than 65535"},
+        {"[a]\n" + std::string(65536, 'x') + " = 1\n", 2, "param name longer than 65535"},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.text.substr(0, 40));

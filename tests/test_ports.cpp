@@ -1,5 +1,6 @@
-// Port settings: the key table of port and port-default nodes, the choice of
-// the record from the path, and what happens to numbers out of range.
+// Port settings: the flag bits, the keys with rules of their own, the choice
+// of the record from the path, and what happens to numbers out of range. The
+// rules of each kind of key are checked over every table in test_key_tables.
 #include "support.h"
 
 #include <cfgparser.h>
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -59,107 +59,6 @@ TEST(PortSettings, EachFlagKeyChangesOnlyItsBit)
     }
 }
 
-TEST(PortSettings, LineFlags)
-{
-    // agc_spk_enable bit 0, agc_mic_enable bit 1, clir bits 2-3, no_offhook_at_ringing bits 4-5.
-    const struct {
-        const char *key, *value;
-        uint8_t before, after;
-    } rows[] = {
-        {"agc_spk_enable", "1", 0x00, 0x01}, {"agc_spk_enable", "n", 0x3F, 0x3E}, {"agc_mic_enable", "y", 0x00, 0x02},
-        {"agc_mic_enable", "0", 0x3F, 0x3D}, {"clir", "2", 0x00, 0x08}, {"clir", "1", 0x3F, 0x37},
-        {"clir", "3", 0x3F, 0x33}, {"clir", "", 0x0C, 0x00} /* default 0 */, {"no_offhook_at_ringing", "2", 0x00, 0x20},
-        {"no_offhook_at_ringing", "-1", 0x3F, 0x0F}, {"no_offhook_at_ringing", "1", 0x0F, 0x1F},
-    };
-    for (const auto &r : rows) {
-        auto image = fresh_image();
-        std::memcpy(&image->ports[5].line_flags, &r.before, 1);
-        const port_cfg_t &port = store_one(*image, r.key, r.value);
-        uint8_t after = 0;
-        std::memcpy(&after, &port.line_flags, 1);
-        EXPECT_EQ(after, r.after) << r.key << " = " << r.value;
-        EXPECT_EQ(flag_word(port), 0u) << r.key;
-    }
-}
-
-struct range_row {
-    const char *key;
-    int64_t min, max, def;
-    std::function<int64_t(const port_cfg_t &)> get;
-};
-
-// Key named like its member, its bounds and its default.
-#define RANGE(m, min, max, def) \
-    range_row{#m, min, max, def, [](const port_cfg_t &p) { return static_cast<int64_t>(p.m); }}
-
-TEST(PortSettings, RangeKeysTakeTheirBoundsAndDefaults)
-{
-    const std::vector<range_row> rows = {
-        RANGE(port_profile_id, 0, 7, 0), RANGE(profile_id, 0, 7, 0), RANGE(taxophone, 0, 3, 0),
-        RANGE(min_flashtime, 70, 2000, 0), RANGE(flashtime, 200, 2000, 0), RANGE(gainr, -230, 20, 0),
-        RANGE(gaint, -170, 60, 0), RANGE(category, 0, 255, 10), RANGE(cpc_rus, 0, 10, 0),
-        RANGE(calltransfer, 0, 4, 0), RANGE(tdmhottimeout, 0, 300, 15), RANGE(ct_timeout, 0, 300, 0),
-        RANGE(aon, 0, 4, 0), RANGE(sip_port, 0, 65535, 0), RANGE(fxoflashtime, 70, 1000, 0),
-        RANGE(fxo_dtmfpause, 80, 2500, 100), RANGE(fxoringtdm, 0, 10, 0), RANGE(cpc_time, 200, 600, 0),
-        RANGE(dscp, 0, 63, 46), RANGE(fxo_delay_dialing, 0, 10, 0), RANGE(min_level_detect, 20, 40, 32),
-        RANGE(decade_pulse_time, 50, 120, 80), RANGE(decade_pause_time, 30, 100, 80), RANGE(fxo_dtmftime, 65, 100, 80),
-        RANGE(pstn_200_at_answer, 0, 4, 1), RANGE(pstn_rb_detect_timeout, 1, 60, 5), RANGE(modifier, -1, 15, -1),
-        RANGE(agc_spk_level, -25, -1, -25), RANGE(agc_mic_level, -25, -1, -25),
-    };
-    for (const range_row &r : rows) {
-        const bool zero_in_range = r.min <= 0 && 0 <= r.max;
-        const struct {
-            std::string value;
-            int64_t expected;
-        } cases[] = {
-            {std::to_string(r.min), r.min}, {std::to_string(r.max), r.max},
-            {std::to_string((r.min + r.max) / 2) + "xyz", (r.min + r.max) / 2},
-            {std::to_string(r.min - 1), r.def}, {std::to_string(r.max + 1), r.def},
-            {"", r.def}, {"none", zero_in_range ? 0 : r.def},
-        };
-        for (const auto &c : cases) {
-            auto image = fresh_image();
-            image->ports[5].dscp = 7777; // a store into the wrong member shows up
-            const port_cfg_t &port = store_one(*image, r.key, c.value);
-            EXPECT_EQ(r.get(port), c.expected) << r.key << " = " << c.value;
-            if (std::string(r.key) != "dscp") {
-                EXPECT_EQ(port.dscp, 7777u) << r.key;
-            }
-            EXPECT_EQ(flag_word(port), 0u) << r.key;
-        }
-    }
-}
-
-// One text key per field width (the round trips check that each text key
-// lands in its own member), and ct_number, which no writer sends back.
-TEST(PortSettings, TextKeysAreCutToTheirWidth)
-{
-#define TEXT(m, width) {#m, width, [](const port_cfg_t &p) -> const char * { return p.m; }}
-    const struct {
-        const char *key;
-        std::size_t width;
-        const char *(*get)(const port_cfg_t &);
-    } rows[] = {TEXT(phone, 51), TEXT(ct_number, 51), TEXT(tdmhotnumber, 31), TEXT(pstn_nameprefix, 21),
-                TEXT(busy_tone_detect, 64)};
-#undef TEXT
-    std::string long_value;
-    for (int i = 0; long_value.size() < 80; ++i)
-        long_value += static_cast<char>('a' + i % 26);
-
-    for (const auto &r : rows) {
-        auto image = fresh_image();
-        const port_cfg_t &port = store_one(*image, r.key, long_value);
-        EXPECT_EQ(std::string(r.get(port)), long_value.substr(0, r.width - 1)) << r.key;
-
-        // An empty value (and the two quote characters) zero-fill the field.
-        for (const char *empty : {"", "\"\""}) {
-            store_one(*image, r.key, empty);
-            const char *field = r.get(port);
-            EXPECT_EQ(std::count(field, field + r.width, '\0'), static_cast<long>(r.width)) << r.key;
-        }
-    }
-}
-
 TEST(PortSettings, KeysWithTheirOwnRules)
 {
 #define HOLDS(expr) [](const port_cfg_t &p) { return expr; }
@@ -167,19 +66,10 @@ TEST(PortSettings, KeysWithTheirOwnRules)
         const char *key, *value;
         bool (*holds)(const port_cfg_t &);
     } rows[] = {
-        // "%d" scan: no number keeps the member, empty stores 0.
-        {"hottimeout", "-45", HOLDS(p.hottimeout == -45)}, {"hottimeout", " 12s", HOLDS(p.hottimeout == 12)},
-        {"hottimeout", "abc", HOLDS(p.hottimeout == 99)}, {"hottimeout", "", HOLDS(p.hottimeout == 0)},
-        // Any integer, empty gives 5.
-        {"dt_detect_time", "-2000000", HOLDS(p.dt_detect_time == -2000000)},
-        {"dt_detect_time", "x", HOLDS(p.dt_detect_time == 0)}, {"dt_detect_time", "", HOLDS(p.dt_detect_time == 5)},
         // Seven characters at most; empty is tone dialling.
         {"dialing", "pulse_long", HOLDS(std::string(p.dialing) == "pulse_l")},
         {"dialing", "", HOLDS(std::string(p.dialing) == "DTMF")},
         {"dialing", "\"\"", HOLDS(std::string(p.dialing) == "DTMF")},
-        // Checkboxes stored as whole numbers.
-        {"tdmhotline", "5", HOLDS(p.tdmhotline == 1)}, {"tdmhotline", "Y", HOLDS(p.tdmhotline == 0)},
-        {"cfb_pri_over_cw", "yes", HOLDS(p.cfb_pri_over_cw == 1)},
         // Prefix matching: the first row whose name starts the param's name.
         {"aonx", "2", HOLDS(p.aon == 2)}, {"aon", "9", HOLDS(p.aon == 0)},
         {"aon_hide_name", "yes", HOLDS(p.aon == 99 && p.flags.aon_hide_name)},

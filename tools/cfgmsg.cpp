@@ -1,12 +1,19 @@
-// cfgmsg: shows and builds configuration messages, and shows what the
+// cfgmsg: shows, builds and edits configuration messages, and shows what the
 // library makes of them.
 //
-//   cfgmsg decode [--json] FILE           binary message -> text (or JSON)
-//   cfgmsg encode FILE                    text -> binary message on standard output
-//   cfgmsg apply [--ports N] [--json] FILE...
-//                                         parse the messages into one image and
-//                                         print it as the section writers send it
-//   cfgmsg diff [--ports N] A B           params that differ after applying A and B
+//   cfgmsg decode [--json] [--redact] FILE     binary message -> text (or JSON)
+//   cfgmsg encode [--json] FILE                text or JSON -> binary message
+//   cfgmsg apply [--ports N] [--json] [--redact] FILE...
+//                                              what the library stores, as its
+//                                              section writers send it
+//   cfgmsg diff [--ports N] [--redact] A B     params that differ after applying A and B
+//   cfgmsg get [--redact] FILE [PATH [PARAM]]  a node, or one param's value
+//   cfgmsg set FILE -o OUT [--format F] [--strict] PATH.PARAM=VALUE...
+//              [--unset PATH.PARAM] [--delete-node PATH]
+//
+// Every command reads binary, text or JSON messages (msgload.h); decode
+// takes binary ones only and encode text or JSON. Each command is one row of
+// `commands` below and one run_ function.
 //
 // Exit status: 0 success, 1 bad or unreadable input (or a failed write),
 // 2 usage error; diff exits like diff(1): 0 same, 1 different, 2 trouble.
@@ -15,90 +22,136 @@
 // sees it.
 #include "apply.h"
 #include "check.h"
+#include "cli.h"
+#include "msgedit.h"
 #include "msgjson.h"
+#include "msgload.h"
 #include "msgtext.h"
 #include "schema.h"
+#include "value_check.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <fcntl.h>
 #include <getopt.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#ifndef CFGMSG_VERSION
+#define CFGMSG_VERSION "unknown"
+#endif
+
+namespace cfgmsg::cli {
+
+int fail(int status, const std::string &text) {
+    std::fprintf(stderr, "cfgmsg: %s\n", text.c_str());
+    return status;
+}
+
+std::optional<loaded_message> load(const std::string &file, std::optional<msg_format> want, unsigned accepts) {
+    std::string error;
+    auto m = load_message(file, want, error, accepts);
+    if (!m) fail(exit_bad_input, error);
+    return m;
+}
+
+int write_stdout(std::string_view data) {
+    if (std::fwrite(data.data(), 1, data.size(), stdout) != data.size() || std::fflush(stdout) != 0)
+        return fail(exit_bad_input, std::string("cannot write standard output: ") + std::strerror(errno));
+    return exit_ok;
+}
+
+}  // namespace cfgmsg::cli
 
 namespace {
 
-constexpr int exit_ok = 0;
-constexpr int exit_bad_input = 1;
-constexpr int exit_usage = 2;
+using namespace cfgmsg::cli;
+using cfgmsg::message;
+using cfgmsg::msg_format;
+
 // diff(1): 0 same, 1 different, 2 trouble.
 constexpr int diff_differ = 1;
 constexpr int diff_trouble = 2;
 
-constexpr std::uint32_t default_ports = CFG_MAX_PORTS;
-
-constexpr const char *main_help =
+constexpr const char *main_intro =
     "usage: cfgmsg COMMAND [OPTIONS] FILE...\n"
     "\n"
-    "Shows and builds the configuration messages exchanged with the\n"
+    "Shows, builds and edits the configuration messages exchanged with the\n"
     "configuration manager, and shows what libcfgparser stores from them.\n"
     "\n"
-    "commands:\n"
-    "  decode FILE      print a binary message as text (--json: as JSON)\n"
-    "  encode FILE      turn text into a binary message on standard output\n"
-    "  apply FILE...    parse binary messages into one configuration and print it\n"
-    "                   as the library's section writers send it (--json, --ports N)\n"
-    "  diff A B         apply A and B and print the params that differ (--ports N)\n"
-    "  check FILE...    report the params that the library does not store as sent,\n"
-    "                   and why (--json, --ports N)\n"
-    "  schema [PATH]    print the parameter reference: every node path and param\n"
-    "                   with its kind, bounds, default and length (--json, --markdown)\n"
+    "commands:\n";
+
+constexpr const char *main_outro =
     "\n"
-    "FILE may be '-' for standard input. 'cfgmsg COMMAND --help' describes a\n"
-    "command. Exit status: 0 success, 1 bad or unreadable input, 2 usage error;\n"
+    "FILE may be '-' for standard input, and holds a binary message, its text\n"
+    "form or its JSON form (recognised by content; decode reads binary messages\n"
+    "only, encode text or JSON). 'cfgmsg COMMAND --help' describes a command;\n"
+    "'cfgmsg --version' prints the version.\n"
+    "Exit status: 0 success, 1 bad or unreadable input, 2 usage error;\n"
     "diff: 0 same, 1 different, 2 bad input or usage error.\n";
 
+constexpr const char *redact_option =
+    "  --redact  show the values of passwords, keys, secrets and SNMP communities\n"
+    "            (and the password word of an SNMP user) as ***\n";
+
 constexpr const char *decode_help =
-    "usage: cfgmsg decode [--json] FILE\n"
+    "usage: cfgmsg decode [--json] [--redact] FILE\n"
     "\n"
     "Prints the binary configuration message in FILE ('-' for standard input)\n"
     "as text: the header fields, then every node as '[path]' followed by its\n"
     "params as 'name = value'. 'name =' is a param without a value; values\n"
     "are shown as sent, so an empty text sent as \"\" shows as \"\".\n"
     "The output is what 'cfgmsg encode' reads, and encodes to the same bytes.\n"
-    "A malformed message is reported with the byte offset of the fault (exit 1).\n"
+    "The input is read up to the body length that its header declares; a\n"
+    "malformed message, one that ends early or goes on after its body, is\n"
+    "reported with the byte offset of the fault (exit 1).\n"
     "\n"
     "options:\n"
     "  --json    print a JSON document instead: header fields and \"nodes\", each\n"
     "            with \"path\" and \"params\" ({\"name\", \"value\"}, in order); a\n"
-    "            param without a value has \"value\": null. Bytes that are not\n"
-    "            UTF-8 show as U+FFFD; the text form keeps every byte.\n"
+    "            param without a value has \"value\": null. 'cfgmsg encode' reads\n"
+    "            it back. Bytes that are not UTF-8 show as U+FFFD (with a warning,\n"
+    "            as such JSON does not encode to the same bytes); the text form\n"
+    "            keeps every byte.\n"
+    "  --redact  show the values of passwords, keys, secrets and SNMP communities\n"
+    "            (and the password word of an SNMP user) as ***\n"
     "  --help    this text\n";
 
 constexpr const char *encode_help =
-    "usage: cfgmsg encode FILE > MESSAGE\n"
+    "usage: cfgmsg encode [--json] FILE > MESSAGE\n"
     "\n"
-    "Reads a configuration message in text form from FILE ('-' for standard\n"
-    "input) and writes the binary message to standard output, which must not\n"
-    "be a terminal. Text errors are reported as FILE:LINE: reason (exit 1).\n"
+    "Reads a configuration message in text form or in the JSON form of\n"
+    "'cfgmsg decode --json' from FILE ('-' for standard input) and writes the\n"
+    "binary message to standard output, which must not be a terminal; the body\n"
+    "length is computed. Text errors are reported as FILE:LINE: reason, JSON\n"
+    "errors as FILE: bad JSON at POSITION: reason (exit 1).\n"
     "\n"
     "text form:\n"
     "  header0 = 0x0        optional header fields before the first node\n"
     "  operation = 2        (also header2, terminator = none | BYTE)\n"
     "  [config.VOIP.sip]    a node\n"
     "  enablesip = 1        a param; 'name =' has no value; \"\" is kept as is\n"
-    "  # comment            escapes: \\\\ \\n \\r \\t \\xNN\n";
+    "  # comment            escapes: \\\\ \\n \\r \\t \\xNN\n"
+    "\n"
+    "options:\n"
+    "  --json    read FILE as JSON whatever it starts with\n"
+    "  --help    this text\n";
 
 constexpr const char *apply_help =
-    "usage: cfgmsg apply [--ports N] [--json] FILE...\n"
+    "usage: cfgmsg apply [--ports N] [--json] [--redact] FILE...\n"
     "\n"
-    "Parses the binary configuration messages in the FILEs, in order, into one\n"
+    "Parses the configuration messages in the FILEs, in order, into one\n"
     "zero-filled configuration image (call-limit ceiling at its largest, so\n"
     "that every limit shows), as an application would with all_parser,\n"
     "then runs every section writer of the library over it (global VoIP\n"
@@ -111,21 +164,23 @@ constexpr const char *apply_help =
     "has been sent (a section that no message carried shows the zero-filled\n"
     "image, whose out-of-range values the parser replaces by their defaults).\n"
     "\n"
-    "Each FILE is checked first; a malformed one is reported with the byte\n"
-    "offset of the fault and nothing is printed (exit 1). Error lines of the\n"
-    "library's trace go to standard error.\n"
+    "Each FILE (binary, text or JSON) is checked first; a malformed one is\n"
+    "reported with the place of the fault and nothing is printed (exit 1).\n"
+    "Error lines of the library's trace go to standard error.\n"
     "\n"
     "options:\n"
     "  --ports N   number of analog ports of the device, 0 to 72 (default 72)\n"
     "  --json      print the JSON form of 'cfgmsg decode --json'\n"
+    "  --redact    show the values of passwords, keys, secrets and SNMP\n"
+    "              communities (and the password word of an SNMP user) as ***\n"
     "  --help      this text\n";
 
 constexpr const char *diff_help =
-    "usage: cfgmsg diff [--ports N] A B\n"
+    "usage: cfgmsg diff [--ports N] [--redact] A B\n"
     "\n"
-    "Applies the binary message A and the binary message B each to a fresh\n"
-    "image (as 'cfgmsg apply' does) and prints the params whose stored value\n"
-    "differs, by node path and param name:\n"
+    "Applies the message A and the message B (binary, text or JSON) each to a\n"
+    "fresh image (as 'cfgmsg apply' does) and prints the params whose stored\n"
+    "value differs, by node path and param name:\n"
     "\n"
     "  [config.VOIP.h323]\n"
     "  -    password = old      value after A ('-' line missing: only in B)\n"
@@ -136,72 +191,72 @@ constexpr const char *diff_help =
     "\n"
     "options:\n"
     "  --ports N   number of analog ports of the device, 0 to 72 (default 72)\n"
+    "  --redact    show secrets as *** (a changed password shows as a *** pair)\n"
     "  --help      this text\n";
 
-enum class verb { decode, encode, apply, diff };
+constexpr const char *get_help =
+    "usage: cfgmsg get [--redact] FILE [PATH [PARAM]]\n"
+    "\n"
+    "Reads the message in FILE (binary, text or JSON; '-' for standard input).\n"
+    "With PATH, prints every node of that path in the text form of 'cfgmsg\n"
+    "decode'; with PARAM too, prints the value of that param, as it is, on a\n"
+    "line of its own (an empty line for a param without a value; one line per\n"
+    "occurrence). Without PATH, prints the node paths of FILE, one per line.\n"
+    "A node or param that FILE does not have is reported (exit 1).\n"
+    "\n"
+    "options:\n"
+    "  --redact  show the values of passwords, keys, secrets and SNMP communities\n"
+    "            (and the password word of an SNMP user) as ***\n"
+    "  --help    this text\n";
 
-struct options {
-    bool json = false;
-    std::uint32_t ports = default_ports;
-    std::vector<std::string> files;
-};
+constexpr const char *set_help =
+    "usage: cfgmsg set FILE -o OUT [--format F] [--strict] [PATH.PARAM=VALUE...]\n"
+    "                  [--unset PATH.PARAM]... [--delete-node PATH]...\n"
+    "\n"
+    "Reads the message in FILE (binary, text or JSON) and writes it to OUT\n"
+    "with these edits, in this order: every node of each --delete-node PATH is\n"
+    "removed; every occurrence of each --unset PATH.PARAM is removed; each\n"
+    "PATH.PARAM=VALUE gives every occurrence of PARAM in the nodes of PATH the\n"
+    "VALUE, or, where there is none, adds PARAM at the end of the last node of\n"
+    "PATH, or in a new node at the end of the message. PARAM is the part after\n"
+    "the last '.'; 'PATH.PARAM=' sets no value; VALUE is taken as it is and is\n"
+    "one line. The body length is computed anew.\n"
+    "\n"
+    "OUT is written in the form of FILE unless --format says otherwise; '-'\n"
+    "is standard output. OUT is written whole to a temporary file beside it\n"
+    "and renamed over OUT, so OUT may name FILE, and a failed or interrupted\n"
+    "run leaves OUT as it was. A node or param to delete that FILE does not\n"
+    "have is reported (exit 1) and nothing is written.\n"
+    "\n"
+    "Each VALUE is checked against what the library stores for that param;\n"
+    "a value it would not store as given draws a warning on standard error.\n"
+    "\n"
+    "options:\n"
+    "  -o OUT                 where to write the new message (required)\n"
+    "  --format F             binary, text or json (default: the form of FILE)\n"
+    "  --strict               a value the library would not store as given is\n"
+    "                         an error (exit 1, nothing written)\n"
+    "  --unset PATH.PARAM     remove a param\n"
+    "  --delete-node PATH     remove a node\n"
+    "  --help                 this text\n";
 
-int usage_error(const std::string &text, std::string_view verb_name = {}) {
-    std::fprintf(stderr, "cfgmsg: %s\ntry 'cfgmsg%s%.*s --help'\n", text.c_str(), verb_name.empty() ? "" : " ",
-                 static_cast<int>(verb_name.size()), verb_name.data());
-    return exit_usage;
+// ----------------------------------------------------------- helpers ---
+
+// Prints `msg` as JSON, warning when a string is not UTF-8 (the JSON then
+// does not encode to the same bytes).
+int write_json(const message &msg, const std::string &source) {
+    if (auto where = cfgmsg::first_non_utf8(msg))
+        std::fprintf(stderr,
+                     "cfgmsg: warning: %s: %s is not UTF-8 and shows as U+FFFD; this JSON does not encode "
+                     "back to the same bytes (the text form does)\n",
+                     source.c_str(), where->c_str());
+    return write_stdout(cfgmsg::to_json(msg));
 }
 
-// Reads all of FILE ('-': standard input). Reports and returns nullopt on
-// failure.
-std::optional<std::string> read_input(const std::string &file) {
-    FILE *f = file == "-" ? stdin : std::fopen(file.c_str(), "rb");
-    if (f == nullptr) {
-        std::fprintf(stderr, "cfgmsg: cannot open %s: %s\n", file.c_str(), std::strerror(errno));
-        return std::nullopt;
-    }
-    std::string data;
-    char buf[65536];
-    std::size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) data.append(buf, n);
-    const bool failed = std::ferror(f) != 0;
-    const int saved = errno;
-    if (f != stdin) std::fclose(f);
-    if (failed) {
-        std::fprintf(stderr, "cfgmsg: cannot read %s: %s\n", file.c_str(), std::strerror(saved));
-        return std::nullopt;
-    }
-    return data;
-}
-
-int write_output(const void *data, std::size_t size) {
-    if (std::fwrite(data, 1, size, stdout) != size || std::fflush(stdout) != 0) {
-        std::fprintf(stderr, "cfgmsg: cannot write standard output: %s\n", std::strerror(errno));
-        return exit_bad_input;
-    }
-    return exit_ok;
-}
-
-int write_text(const std::string &text) { return write_output(text.data(), text.size()); }
-
-// A binary message read from a file and checked by the wire reader.
-struct checked_message {
-    std::vector<std::uint8_t> bytes;
-    cfgmsg::message msg;
-};
-
-std::optional<checked_message> read_message(const std::string &file) {
-    auto data = read_input(file);
-    if (!data) return std::nullopt;
-    checked_message out;
-    out.bytes.assign(data->begin(), data->end());
-    cfgmsg::wire_error err;
-    if (!cfgmsg::decode(out.bytes, out.msg, err)) {
-        std::fprintf(stderr, "cfgmsg: %s: malformed message at byte offset %zu (0x%zx): %s\n", file.c_str(),
-                     err.offset, err.offset, err.reason.c_str());
-        return std::nullopt;
-    }
-    return out;
+std::optional<std::vector<std::uint8_t>> wire_of(const std::string &file) {
+    auto m = load(file);
+    if (!m) return std::nullopt;
+    return cfgmsg::encode(m->msg);
 }
 
 // While it lives, standard output goes to standard error: the library prints
@@ -227,61 +282,104 @@ struct trace_to_stderr {
 
 // Applies the files in order to a fresh image and gathers the writers'
 // output. Reports and returns nullopt on bad input or a writer fault.
-std::optional<cfgmsg::message> configuration_after(const std::vector<std::string> &files, std::uint32_t ports) {
-    std::vector<checked_message> messages;
+std::optional<message> configuration_after(const std::vector<std::string> &files, const options &opt,
+                                           bool redact) {
+    std::vector<std::vector<std::uint8_t>> messages;
     for (const std::string &file : files) {
-        auto m = read_message(file);
+        auto m = wire_of(file);
         if (!m) return std::nullopt;
         messages.push_back(std::move(*m));
     }
-    const cfgmsg::image_ptr image = cfgmsg::fresh_image(ports);
-    cfgmsg::message out;
+    const cfgmsg::image_ptr image = cfgmsg::fresh_image(opt.ports);
+    message out;
     std::string error;
     bool written;
     {
         const trace_to_stderr quiet;
-        for (const checked_message &m : messages) cfgmsg::apply_message(*image, m.bytes);
+        for (const auto &m : messages) cfgmsg::apply_message(*image, m);
         written = cfgmsg::configuration_of(*image, out, error);
     }
     if (!written) {
-        std::fprintf(stderr, "cfgmsg: internal error: %s\n", error.c_str());
+        fail(exit_bad_input, "internal error: " + error);
         return std::nullopt;
+    }
+    if (redact) cfgmsg::redact(out);
+    return out;
+}
+
+std::string node_text(const cfgmsg::node &nd) {
+    std::string out = "[" + cfgmsg::escape(nd.path, cfgmsg::field_kind::path) + "]\n";
+    for (const cfgmsg::param &p : nd.params) {
+        out += "    " + cfgmsg::escape(p.name, cfgmsg::field_kind::name) + " =";
+        if (p.value && !p.value->empty()) out += " " + cfgmsg::escape(*p.value, cfgmsg::field_kind::value);
+        out += '\n';
     }
     return out;
 }
 
+// Writes `data` to `out` whole or not at all: into a temporary file in the
+// same folder, then renamed over `out` (which keeps its permissions).
+int write_file(const std::string &out, const std::string &data) {
+    if (out == "-") return write_stdout(data);
+    namespace fs = std::filesystem;
+    const fs::path target(out);
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    std::string temp = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
+    const int fd = mkstemp(temp.data());
+    if (fd < 0)
+        return fail(exit_bad_input, out + ": cannot create a file in " + folder.string() + ": " + std::strerror(errno));
+    struct stat st {};
+    mode_t mode;
+    if (stat(out.c_str(), &st) == 0) {
+        mode = st.st_mode & 07777;
+    } else {
+        const mode_t mask = umask(0);
+        umask(mask);
+        mode = 0666 & ~mask;
+    }
+    std::size_t done = 0;
+    while (done < data.size()) {
+        const ssize_t n = ::write(fd, data.data() + done, data.size() - done);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) break;
+        done += static_cast<std::size_t>(n);
+    }
+    const int saved = errno;
+    const bool ok = done == data.size() && fchmod(fd, mode) == 0 && fsync(fd) == 0;
+    const int saved2 = errno;
+    if (close(fd) != 0 || !ok || std::rename(temp.c_str(), out.c_str()) != 0) {
+        const int why = !ok ? (done == data.size() ? saved2 : saved) : errno;
+        unlink(temp.c_str());
+        return fail(exit_bad_input, out + ": cannot write: " + std::strerror(why));
+    }
+    return exit_ok;
+}
+
+// ---------------------------------------------------------- commands ---
+
 int run_decode(const options &opt) {
-    auto m = read_message(opt.files[0]);
+    auto m = load(opt.args[0], std::nullopt, cfgmsg::accept_binary);
     if (!m) return exit_bad_input;
-    return write_text(opt.json ? cfgmsg::to_json(m->msg) : cfgmsg::to_text(m->msg));
+    if (opt.redact) cfgmsg::redact(m->msg);
+    return opt.json ? write_json(m->msg, opt.args[0]) : write_stdout(cfgmsg::to_text(m->msg));
 }
 
 int run_encode(const options &opt) {
-    const std::string &file = opt.files[0];
-    if (isatty(STDOUT_FILENO)) {
-        std::fprintf(stderr, "cfgmsg: refusing to write a binary message to a terminal; "
-                             "redirect standard output\n");
-        return exit_usage;
-    }
-    auto text = read_input(file);
-    if (!text) return exit_bad_input;
-    cfgmsg::message msg;
-    cfgmsg::text_error err;
-    if (!cfgmsg::parse_text(*text, msg, err)) {
-        std::fprintf(stderr, "cfgmsg: %s:%zu: %s\n", file.c_str(), err.line, err.reason.c_str());
-        return exit_bad_input;
-    }
-    const std::vector<std::uint8_t> bytes = cfgmsg::encode(msg);
-    return write_output(bytes.data(), bytes.size());
+    if (isatty(STDOUT_FILENO))
+        return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
+    auto m = load(opt.args[0], opt.json ? std::optional(msg_format::json) : std::nullopt,
+                  cfgmsg::accept_text | cfgmsg::accept_json);
+    if (!m) return exit_bad_input;
+    return write_stdout(cfgmsg::render(m->msg, msg_format::binary));
 }
 
 int run_apply(const options &opt) {
-    auto msg = configuration_after(opt.files, opt.ports);
+    auto msg = configuration_after(opt.args, opt, opt.redact);
     if (!msg) return exit_bad_input;
-    if (opt.json) return write_text(cfgmsg::to_json(*msg));
-    return write_text("# stored by libcfgparser from " + std::to_string(opt.files.size()) + " message" +
-                      (opt.files.size() == 1 ? "" : "s") + ", max_ports " + std::to_string(opt.ports) +
-                      ", as its section writers send it\n" + cfgmsg::to_text(*msg));
+    if (opt.json) return write_json(*msg, "apply");
+    return write_stdout("# stored by libcfgparser from " + std::to_string(opt.args.size()) + " message" +
+                        (opt.args.size() == 1 ? "" : "s") + ", max_ports " + std::to_string(opt.ports) +
+                        ", as its section writers send it\n" + cfgmsg::to_text(*msg));
 }
 
 std::string param_line(char side, const std::string &name, const std::optional<std::string> &value) {
@@ -291,127 +389,269 @@ std::string param_line(char side, const std::string &name, const std::optional<s
 }
 
 int run_diff(const options &opt) {
-    auto a = configuration_after({opt.files[0]}, opt.ports);
+    // Compared as stored, redacted when shown: a changed secret shows as a
+    // pair of *** lines.
+    auto a = configuration_after({opt.args[0]}, opt, false);
     if (!a) return diff_trouble;
-    auto b = configuration_after({opt.files[1]}, opt.ports);
+    auto b = configuration_after({opt.args[1]}, opt, false);
     if (!b) return diff_trouble;
     const std::vector<cfgmsg::param_change> changes = cfgmsg::differences(*a, *b);
     if (changes.empty()) return exit_ok;
-    std::string out = "--- " + opt.files[0] + "\n+++ " + opt.files[1] + "\n";
+    std::string out = "--- " + opt.args[0] + "\n+++ " + opt.args[1] + "\n";
     const std::string *path = nullptr;
     for (const cfgmsg::param_change &c : changes) {
         if (path == nullptr || *path != c.path) out += "[" + cfgmsg::escape(c.path, cfgmsg::field_kind::path) + "]\n";
         path = &c.path;
-        if (c.in_a) out += param_line('-', c.name, c.a);
-        if (c.in_b) out += param_line('+', c.name, c.b);
+        const auto shown = [&](const std::optional<std::string> &v) {
+            return opt.redact ? cfgmsg::redacted(c.path, c.name, v) : v;
+        };
+        if (c.in_a) out += param_line('-', c.name, shown(c.a));
+        if (c.in_b) out += param_line('+', c.name, shown(c.b));
     }
-    return write_text(out) == exit_ok ? diff_differ : diff_trouble;
+    return write_stdout(out) == exit_ok ? diff_differ : diff_trouble;
 }
 
-// Options of one verb with getopt_long. Returns nullopt to go on, or the
+int run_get(const options &opt) {
+    const std::string &file = opt.args[0];
+    auto m = load(file);
+    if (!m) return exit_bad_input;
+    if (opt.redact) cfgmsg::redact(m->msg);
+    std::string out;
+    if (opt.args.size() == 1) {
+        std::set<std::string_view> seen;
+        for (const cfgmsg::node &nd : m->msg.nodes)
+            if (seen.insert(nd.path).second) out += cfgmsg::escape(nd.path, cfgmsg::field_kind::path) + '\n';
+        return write_stdout(out);
+    }
+    const std::string &path = opt.args[1];
+    bool node_found = false, param_found = false;
+    for (const cfgmsg::node &nd : m->msg.nodes) {
+        if (nd.path != path) continue;
+        node_found = true;
+        if (opt.args.size() == 2) out += node_text(nd);
+        else
+            for (const cfgmsg::param &p : nd.params)
+                if (p.name == opt.args[2]) param_found = true, out += p.value.value_or("") + '\n';
+    }
+    const std::string shown = "[" + cfgmsg::escape(path, cfgmsg::field_kind::path) + "]";
+    if (!node_found) return fail(exit_bad_input, file + ": no node " + shown);
+    if (opt.args.size() == 3 && !param_found)
+        return fail(exit_bad_input, file + ": no param '" + cfgmsg::escape(opt.args[2], cfgmsg::field_kind::name) +
+                                        "' in " + shown);
+    return write_stdout(out);
+}
+
+// A path, name or value given on the command line: one line, and short
+// enough for its 16-bit length. The reason, or nullopt when it is fine.
+std::optional<std::string> bad_field(std::string_view what, std::string_view text) {
+    const std::size_t br = text.find_first_of("\n\r");
+    if (br != std::string_view::npos)
+        return std::string(what) + " holds a line break (at character " + std::to_string(br + 1) +
+               "); it must be one line";
+    if (text.size() > cfgmsg::max_field)
+        return std::string(what) + " is longer than 65535 bytes (" + std::to_string(text.size()) + ")";
+    return std::nullopt;
+}
+
+int run_set(const options &opt) {
+    const std::string &file = opt.args[0];
+    if (!opt.output) return fail(exit_usage, "set: -o OUT is required (cfgmsg writes over no file unless told)\n"
+                                             "try 'cfgmsg set --help'");
+    if (opt.args.size() == 1 && opt.unsets.empty() && opt.delete_nodes.empty())
+        return fail(exit_usage, "set: nothing to change: give PATH.PARAM=VALUE, --unset or --delete-node\n"
+                                "try 'cfgmsg set --help'");
+    cfgmsg::message_edits edits;
+    auto bad = [&](const std::string &arg, const std::string &why) {
+        return fail(exit_bad_input, "set: '" + cfgmsg::escape(arg, cfgmsg::field_kind::value) + "': " + why);
+    };
+    for (const std::string &path : opt.delete_nodes) {
+        if (auto why = bad_field("the path", path)) return bad(path, *why);
+        edits.delete_nodes.push_back(path);
+    }
+    for (const std::string &ref : opt.unsets) {
+        cfgmsg::param_ref r;
+        if (!cfgmsg::split_param_ref(ref, r.path, r.name))
+            return fail(exit_usage, "set: --unset wants PATH.PARAM, not '" + ref + "'");
+        edits.unsets.push_back(std::move(r));
+    }
+    bool refused = false;
+    for (std::size_t i = 1; i < opt.args.size(); ++i) {
+        const std::string &arg = opt.args[i];
+        const std::size_t eq = arg.find('=');
+        cfgmsg::param_set s;
+        if (eq == std::string::npos || !cfgmsg::split_param_ref(std::string_view(arg).substr(0, eq), s.path, s.name))
+            return fail(exit_usage, "set: '" + arg + "' is not PATH.PARAM=VALUE\ntry 'cfgmsg set --help'");
+        const std::string_view value = std::string_view(arg).substr(eq + 1);
+        if (!value.empty()) s.value = value;
+        for (auto [what, text] :
+             {std::pair{"the path", std::string_view(s.path)}, {"the param name", s.name}, {"the value", value}})
+            if (auto why = bad_field(what, text)) return bad(arg, *why);
+        if (auto warning = cfgmsg::value_warning(s.path, s.name, value)) {
+            std::fprintf(stderr, "cfgmsg: %s%s.%s: %s\n", opt.strict ? "" : "warning: ", s.path.c_str(),
+                         s.name.c_str(), warning->c_str());
+            refused = refused || opt.strict;
+        }
+        edits.sets.push_back(std::move(s));
+    }
+    if (refused) return exit_bad_input;
+    auto m = load(file);
+    if (!m) return exit_bad_input;
+    std::string error;
+    if (!cfgmsg::apply_edits(m->msg, edits, error)) return fail(exit_bad_input, file + ": " + error);
+    const msg_format f = opt.format.value_or(m->format);
+    if (f == msg_format::binary && *opt.output == "-" && isatty(STDOUT_FILENO))
+        return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
+    return write_file(*opt.output, cfgmsg::render(m->msg, f));
+}
+
+// ------------------------------------------------------------- table ---
+
+// Every command: one row. A command in a file of its own declares its run
+// function in a header of that file and adds its row here.
+const command commands[] = {
+    {"decode", "  decode FILE      print a binary message as text (--json: as JSON)\n", decode_help,
+     opt_json | opt_redact, 1, 1, "expects one FILE", true, exit_usage, run_decode},
+    {"encode", "  encode FILE      turn text or JSON into a binary message on standard output\n", encode_help,
+     opt_json, 1, 1, "expects one FILE", true, exit_usage, run_encode},
+    {"apply",
+     "  apply FILE...    parse messages into one configuration and print it as the\n"
+     "                   library's section writers send it (--json, --ports N)\n",
+     apply_help, opt_json | opt_ports | opt_redact, 1, SIZE_MAX, "missing FILE", true, exit_usage, run_apply},
+    {"diff", "  diff A B         apply A and B and print the params that differ (--ports N)\n", diff_help,
+     opt_ports | opt_redact, 2, 2, "expects two FILEs, A and B", true, diff_trouble, run_diff},
+    {"get",
+     "  get FILE [PATH [PARAM]]\n"
+     "                   print a node, one param's value, or the node paths\n",
+     get_help, opt_redact, 1,
+     3, "expects FILE [PATH [PARAM]]", false, exit_usage, run_get},
+    {"set",
+     "  set FILE -o OUT PATH.PARAM=VALUE...\n"
+     "                   write FILE with params set, unset or nodes deleted to OUT\n",
+     set_help, opt_output | opt_format | opt_strict | opt_unset | opt_delete_node, 1, SIZE_MAX, "missing FILE",
+     false, exit_usage, run_set},
+    {"check",
+     "  check FILE...    report the params that the library does not store as sent,\n"
+     "                   and why (--json, --ports N)\n",
+     cfgmsg::check_help, opt_json | opt_ports, 1, SIZE_MAX, "missing FILE", true, exit_usage, cfgmsg::run_check},
+    {"schema",
+     "  schema [PATH]    print the parameter reference: every node path and param with\n"
+     "                   its kind, bounds, default and length (--json, --markdown)\n",
+     cfgmsg::schema_help, opt_json | opt_markdown, 0, 1, "expects at most one PATH", false, exit_usage,
+     cfgmsg::run_schema},
+};
+
+int usage_error(const command &cmd, const std::string &text) {
+    std::fprintf(stderr, "cfgmsg: %.*s: %s\ntry 'cfgmsg %.*s --help'\n", static_cast<int>(cmd.name.size()),
+                 cmd.name.data(), text.c_str(), static_cast<int>(cmd.name.size()), cmd.name.data());
+    return cmd.trouble;
+}
+
+// Options of one command with getopt_long. Returns nullopt to go on, or the
 // exit status (help shown, or a usage error reported).
-std::optional<int> parse_options(int argc, char **argv, verb v, std::string_view name, const char *help,
-                                 options &opt) {
-    enum { opt_json = 1000, opt_ports };
+std::optional<int> parse_options(int argc, char **argv, const command &cmd, options &opt) {
+    enum { o_json = 1000, o_ports, o_redact, o_format, o_strict, o_unset, o_delete, o_markdown };
     static const option longs[] = {{"help", no_argument, nullptr, 'h'},
-                                   {"json", no_argument, nullptr, opt_json},
-                                   {"ports", required_argument, nullptr, opt_ports},
+                                   {"json", no_argument, nullptr, o_json},
+                                   {"ports", required_argument, nullptr, o_ports},
+                                   {"redact", no_argument, nullptr, o_redact},
+                                   {"format", required_argument, nullptr, o_format},
+                                   {"strict", no_argument, nullptr, o_strict},
+                                   {"unset", required_argument, nullptr, o_unset},
+                                   {"delete-node", required_argument, nullptr, o_delete},
+                                   {"markdown", no_argument, nullptr, o_markdown},
                                    {nullptr, 0, nullptr, 0}};
-    const int usage = v == verb::diff ? diff_trouble : exit_usage;
+    auto allowed = [&](unsigned bit) { return (cmd.accepts & bit) != 0; };
     opterr = 0;  // messages of our own
     optind = 1;
     int c;
     int long_index = -1;
-    while ((c = getopt_long(argc, argv, ":h", longs, &long_index)) != -1) {
+    while ((c = getopt_long(argc, argv, ":ho:", longs, &long_index)) != -1) {
         const std::string arg = argv[optind - 1];
+        const char *value = optarg;
+        bool taken = true;
         switch (c) {
         case 'h':
-            std::fputs(help, stdout);
+            std::fputs(cmd.help, stdout);
             return exit_ok;
-        case opt_json:
-            if (v != verb::decode && v != verb::apply) break;
-            opt.json = true;
-            continue;
-        case opt_ports: {
-            if (v != verb::apply && v != verb::diff) break;
+        case 'o':
+            if ((taken = allowed(opt_output))) {
+                if (opt.output) return usage_error(cmd, "-o given twice");
+                opt.output = value;
+            }
+            break;
+        case o_json: opt.json = taken = allowed(opt_json); break;
+        case o_redact: opt.redact = taken = allowed(opt_redact); break;
+        case o_strict: opt.strict = taken = allowed(opt_strict); break;
+        case o_markdown: opt.markdown = taken = allowed(opt_markdown); break;
+        case o_unset:
+            if ((taken = allowed(opt_unset))) opt.unsets.emplace_back(value);
+            break;
+        case o_delete:
+            if ((taken = allowed(opt_delete_node))) opt.delete_nodes.emplace_back(value);
+            break;
+        case o_format:
+            if ((taken = allowed(opt_format)) && !(opt.format = cfgmsg::format_from_name(value)))
+                return usage_error(cmd, "--format wants binary, text or json, not '" + std::string(value) + "'");
+            break;
+        case o_ports: {
+            if (!(taken = allowed(opt_ports))) break;
             char *end = nullptr;
             errno = 0;
-            const unsigned long n = std::strtoul(optarg, &end, 10);
-            if (*optarg < '0' || *optarg > '9' || *end != '\0' || errno != 0 || n > CFG_MAX_PORTS) {
-                usage_error(std::string(name) + ": --ports wants a number from 0 to 72, not '" + optarg + "'", name);
-                return usage;
-            }
+            const unsigned long n = std::strtoul(value, &end, 10);
+            if (*value < '0' || *value > '9' || *end != '\0' || errno != 0 || n > CFG_MAX_PORTS)
+                return usage_error(cmd, "--ports wants a number from 0 to 72, not '" + std::string(value) + "'");
             opt.ports = static_cast<std::uint32_t>(n);
-            continue;
-        }
-        case ':':
-            usage_error(std::string(name) + ": option '" + arg + "' needs a value", name);
-            return usage;
-        default:
             break;
         }
-        // A known option this verb does not take (its value may have been
-        // consumed, so name it from the table), a long option given a value
-        // it does not take (optopt holds its code), an unknown long option,
-        // or an unknown short letter (in optopt).
-        const bool is_long = arg.starts_with("--");
-        if (c == '?' && is_long && optopt != 0) {
-            usage_error(std::string(name) + ": option '" + arg.substr(0, arg.find('=')) + "' takes no value", name);
-            return usage;
+        case ':':
+            return usage_error(cmd, "option '" + (optopt == 'o' ? std::string("-o") : arg) + "' needs a value");
+        default:
+            taken = false;
         }
-        const std::string shown = c == opt_json || c == opt_ports ? std::string("--") + longs[long_index].name
-                                  : is_long || optopt == 0        ? arg
-                                                                  : std::string("-") + static_cast<char>(optopt);
-        usage_error(std::string(name) + ": unknown option '" + shown + "'", name);
-        return usage;
+        if (taken) continue;
+        // A known option this command does not take (its value may have
+        // been consumed, so name it from the table), a long option given a
+        // value it does not take (optopt holds its code), an unknown long
+        // option, or an unknown short letter (in optopt).
+        const bool is_long = arg.starts_with("--");
+        if (c == '?' && is_long && optopt != 0)
+            return usage_error(cmd, "option '" + arg.substr(0, arg.find('=')) + "' takes no value");
+        const std::string shown = c == 'o'                  ? std::string("-o")
+                                  : c != '?'                ? std::string("--") + longs[long_index].name
+                                  : is_long || optopt == 0 ? arg
+                                                           : std::string("-") + static_cast<char>(optopt);
+        return usage_error(cmd, "unknown option '" + shown + "'");
     }
-    for (int i = optind; i < argc; ++i) opt.files.emplace_back(argv[i]);
-
-    const std::size_t wanted_min = v == verb::diff ? 2 : 1;
-    const std::size_t wanted_max = v == verb::diff ? 2 : v == verb::apply ? SIZE_MAX : 1;
-    if (opt.files.size() < wanted_min || opt.files.size() > wanted_max) {
-        const char *what = v == verb::diff ? ": expects two FILEs, A and B"
-                           : opt.files.empty() ? ": missing FILE"
-                                               : ": expects one FILE";
-        usage_error(std::string(name) + what, name);
-        return usage;
-    }
+    for (int i = optind; i < argc; ++i) opt.args.emplace_back(argv[i]);
+    if (opt.args.size() < cmd.min_args || opt.args.size() > cmd.max_args)
+        return usage_error(cmd, opt.args.empty() ? "missing FILE" : cmd.arity);
+    if (cmd.all_files && std::count(opt.args.begin(), opt.args.end(), "-") > 1)
+        return usage_error(cmd, "'-' (standard input) given twice; it can be read only once");
     return std::nullopt;
 }
 
 }  // namespace
 
 int main(int argc, char **argv) {
-    if (argc < 2) return usage_error("missing command");
+    if (argc < 2) return fail(exit_usage, "missing command\ntry 'cfgmsg --help'");
     const std::string_view name = argv[1];
     if (name == "--help" || name == "-h" || name == "help") {
-        std::fputs(main_help, stdout);
-        return exit_ok;
+        std::string help = main_intro;
+        for (const command &cmd : commands) help += cmd.summary;
+        return write_stdout(help + main_outro);
     }
-    if (name == "schema") return cfgmsg::schema_main(argc - 1, argv + 1);
-    if (name == "check") return cfgmsg::check_main(argc - 1, argv + 1);
-    verb v;
-    const char *help;
-    if (name == "decode") v = verb::decode, help = decode_help;
-    else if (name == "encode") v = verb::encode, help = encode_help;
-    else if (name == "apply") v = verb::apply, help = apply_help;
-    else if (name == "diff") v = verb::diff, help = diff_help;
-    else return usage_error("unknown command '" + std::string(name) + "'");
+    if (name == "--version") return write_stdout("cfgmsg " CFGMSG_VERSION " (libcfgparser " CFGMSG_VERSION ")\n");
+    const command *cmd = nullptr;
+    for (const command &c : commands)
+        if (c.name == name) cmd = &c;
+    if (cmd == nullptr) return fail(exit_usage, "unknown command '" + std::string(name) + "'\ntry 'cfgmsg --help'");
 
     options opt;
-    // getopt_long sees the verb as its program name.
-    if (auto done = parse_options(argc - 1, argv + 1, v, name, help, opt)) return *done;
-
+    // getopt_long sees the command as its program name.
+    if (auto done = parse_options(argc - 1, argv + 1, *cmd, opt)) return *done;
     try {
-        switch (v) {
-        case verb::decode: return run_decode(opt);
-        case verb::encode: return run_encode(opt);
-        case verb::apply: return run_apply(opt);
-        case verb::diff: return run_diff(opt);
-        }
-    } catch (const std::exception &e) {  // out of memory, or a length the text parser let through
-        std::fprintf(stderr, "cfgmsg: %s\n", e.what());
-        return v == verb::diff ? diff_trouble : exit_bad_input;
+        return cmd->run(opt);
+    } catch (const std::exception &e) {  // out of memory, or a length a reader let through
+        return fail(cmd->trouble == diff_trouble ? diff_trouble : exit_bad_input, e.what());
     }
-    return exit_bad_input;
 }

@@ -7,7 +7,9 @@
 // stores. A value counts as stored as sent when the member, shown as the
 // section's writer would send it, reads back as the text that was sent.
 #include "check.h"
+#include "value_check.h"
 
+#include "msgload.h"
 #include "msgtext.h"
 #include "schema.h"
 
@@ -179,40 +181,43 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
     }
 }
 
-// A message from a file: binary, or its text form. A malformed binary
-// message gives an error beginning with "malformed: ".
-bool load_message(const std::string &file, message &msg, std::string &error)
+}  // namespace
+
+std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value)
 {
-    FILE *f = file == "-" ? stdin : std::fopen(file.c_str(), "rb");
-    if (f == nullptr) {
-        error = "cannot open " + file + ": " + std::strerror(errno);
-        return false;
-    }
-    std::vector<uint8_t> bytes;
-    uint8_t buf[65536];
-    std::size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
-        bytes.insert(bytes.end(), buf, buf + n);
-    if (f != stdin)
-        std::fclose(f);
-    wire_error werr;
-    if (decode(bytes, msg, werr))
-        return true;
-    text_error terr;
-    if (!bytes.empty() && bytes[0] != 0 &&
-        parse_text(std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size()), msg, terr))
-        return true;
-    error = "malformed: malformed message at byte offset " + std::to_string(werr.offset) + ": " + werr.reason +
-            "; nothing after it is stored";
-    return false;
+    unsigned entry = 0;
+    const node_kind *nk = kind_of(std::string(path), entry);
+    if (nk == nullptr)
+        return std::nullopt; // nothing known about the node
+    const std::string name(param);
+    const key *k = cfg::keys::find(*nk->keys, name);
+    if (k == nullptr)
+        return "no such key: the library ignores it";
+    int n = 0;
+    if (k->count != 0 && (n = key_entry(*k, name)) < 0)
+        return "entry number out of range: the library ignores it";
+    std::vector<uint8_t> record(nk->stride, 0);
+    const std::string text(value);
+    const char *v = text.empty() || text == "\"\"" ? nullptr : text.c_str();
+    cfg::keys::store(*k, record.data(), v, static_cast<unsigned>(n));
+    if (!comparable(*k))
+        return std::nullopt;
+    const std::string stored = stored_text(*k, record.data(), static_cast<unsigned>(n));
+    if (stored == (v == nullptr ? "" : text))
+        return std::nullopt;
+    return "stored as \"" + stored + "\": " + why(*k, v, stored);
 }
+
+namespace {
 
 std::string quoted(const std::optional<std::string> &v)
 {
     return v ? "\"" + escape(*v, field_kind::value) + "\"" : "(no value)";
 }
 
-constexpr const char *check_help =
+}  // namespace
+
+const char *const check_help =
     "usage: cfgmsg check [--ports N] [--json] FILE...\n"
     "\n"
     "Reads the messages in order, as 'apply' does, and reports every param\n"
@@ -234,59 +239,23 @@ constexpr const char *check_help =
     "Exit status: 0 every param stored as sent, 1 any was not (or bad input),\n"
     "2 usage error.\n";
 
-int usage(const std::string &text)
+int run_check(const cli::options &opt)
 {
-    std::fprintf(stderr, "cfgmsg: check: %s\ntry 'cfgmsg check --help'\n", text.c_str());
-    return 2;
-}
-
-}  // namespace
-
-int check_main(int argc, char **argv)
-{
-    bool json = false;
-    uint32_t ports = CFG_MAX_PORTS;
-    std::vector<std::string> files;
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view arg = argv[i];
-        if (arg == "--help" || arg == "-h") {
-            std::fputs(check_help, stdout);
-            return 0;
-        }
-        if (arg == "--json") {
-            json = true;
-        } else if (arg == "--ports" || arg.starts_with("--ports=")) {
-            std::string n = arg == "--ports" ? (i + 1 < argc ? argv[++i] : "") : std::string(arg.substr(8));
-            char *end = nullptr;
-            errno = 0;
-            const unsigned long v = std::strtoul(n.c_str(), &end, 10);
-            if (n.empty() || n[0] < '0' || n[0] > '9' || *end != '\0' || errno != 0 || v > CFG_MAX_PORTS)
-                return usage("--ports wants a number from 0 to 72, not '" + n + "'");
-            ports = static_cast<uint32_t>(v);
-        } else if (arg.starts_with("-") && arg != "-") {
-            return usage("unknown option '" + std::string(arg) + "'");
-        } else {
-            files.emplace_back(arg);
-        }
-    }
-    if (files.empty())
-        return usage("missing FILE");
-
+    const bool json = opt.json;
+    const uint32_t ports = opt.ports;
+    const std::vector<std::string> &files = opt.args;
     std::unique_ptr<cfg_image_t, image_free> image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
     image->max_ports = ports;
     std::vector<finding> findings;
     for (const std::string &file : files) {
-        message msg;
+        // A message that cannot be read is a finding: where it stopped.
         std::string error;
-        if (!load_message(file, msg, error)) {
-            if (error.starts_with("malformed:")) {
-                findings.push_back({file, "", "", std::nullopt, std::nullopt, error.substr(11)});
-                continue;
-            }
-            std::fprintf(stderr, "cfgmsg: %s\n", error.c_str());
-            return 1;
+        const auto loaded = load_message(file, std::nullopt, error);
+        if (!loaded) {
+            findings.push_back({file, "", "", std::nullopt, std::nullopt, error.substr(error.find(": ") + 2)});
+            continue;
         }
-        check_message(file, msg, *image, findings);
+        check_message(file, loaded->msg, *image, findings);
     }
 
     if (json) {
@@ -314,7 +283,9 @@ int check_main(int argc, char **argv)
             std::printf("%s\n", line.c_str());
         }
     }
-    return findings.empty() ? 0 : 1;
+    if (std::fflush(stdout) != 0)
+        return cli::fail(cli::exit_bad_input, "cannot write standard output");
+    return findings.empty() ? cli::exit_ok : cli::exit_bad_input;
 }
 
 }  // namespace cfgmsg

@@ -2,8 +2,11 @@
 // messages that the library does not store exactly as sent, and why.
 #pragma once
 
+#include "cli.h"
+
 namespace cfgmsg {
 
-int check_main(int argc, char **argv);
+extern const char *const check_help;
+int run_check(const cli::options &opt);
 
 }  // namespace cfgmsg

@@ -43,6 +43,9 @@ std::string format(const char *fmt, auto... args) {
     return buf;
 }
 
+// "1 byte", "2 bytes".
+std::string byte_count(std::size_t n) { return format("%zu byte%s", n, n == 1 ? "" : "s"); }
+
 // "node 2 (config.VOIP.h323)" for error reports; the path is escaped so
 // that odd bytes cannot garble the terminal.
 std::string node_label(std::size_t index, std::string_view path) {
@@ -193,7 +196,8 @@ bool parse_line(std::string_view line, message &msg, std::string &reason) {
         if (!p.value) return false;
     }
     if (p.name.size() > max_field || (p.value && p.value->size() > max_field)) {
-        reason = "param name or value longer than 65535 bytes";
+        reason = format("param %s longer than 65535 bytes (%zu)", p.name.size() > max_field ? "name" : "value",
+                        p.name.size() > max_field ? p.name.size() : p.value->size());
         return false;
     }
     auto &params = msg.nodes.back().params;
@@ -255,8 +259,8 @@ bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &
         const std::size_t path_len = read_u16(body, pos);
         if (path_len + 2 > left())
             return fail(err, base + pos,
-                        format("node %zu: path length %zu runs past the end of the body (%zu bytes left)",
-                               ni + 1, path_len, left()));
+                        format("node %zu: path length %zu runs past the end of the body (%s left)",
+                               ni + 1, path_len, byte_count(left()).c_str()));
         if (path_len + 4 > left())
             return fail(err, base + pos + 2 + path_len,
                         format("node %zu: param count runs past the end of the body", ni + 1));
@@ -277,8 +281,8 @@ bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &
                 const std::size_t len = read_u16(body, pos);
                 if (len + 2 > left())
                     return fail(err, base + pos,
-                                where + format(": %s length %zu runs past the end of the body (%zu bytes left)",
-                                               what, len, left()));
+                                where + format(": %s length %zu runs past the end of the body (%s left)",
+                                               what, len, byte_count(left()).c_str()));
                 std::string text(reinterpret_cast<const char *>(&body[pos + 2]), len);
                 pos += 2 + len;
                 if (field == 0) p.name = std::move(text);
@@ -296,19 +300,19 @@ bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &
 bool decode(std::span<const std::uint8_t> bytes, message &out, wire_error &err) {
     if (bytes.size() < header_size)
         return fail(err, bytes.size(),
-                    format("the message ends inside its 12-byte header (%zu bytes)", bytes.size()));
+                    format("the message ends inside its 12-byte header (%s)", byte_count(bytes.size()).c_str()));
     const std::size_t body = read_u32(bytes, 4);
     const std::size_t avail = bytes.size() - header_size;
     if (body == 0) return fail(err, 4, "body length 0 leaves no room for the operation byte");
     if (body > avail)
         return fail(err, 4,
-                    format("body length %zu is larger than the %zu bytes after the header", body, avail));
+                    format("body length %zu is larger than the %s after the header", body, byte_count(avail).c_str()));
     out.header0 = read_u32(bytes, 0);
     out.header2 = read_u32(bytes, 8);
     if (!decode_body(bytes.subspan(header_size, body), header_size, out, err)) return false;
     if (body < avail)
         return fail(err, header_size + body,
-                    format("%zu bytes of trailing garbage after the end of the body", avail - body));
+                    (byte_count(avail - body) + " of trailing garbage after the end of the body"));
     return true;
 }
 

@@ -168,7 +168,9 @@ void print_markdown(const std::vector<const node_kind *> &nodes)
     }
 }
 
-constexpr const char *schema_help =
+}  // namespace
+
+const char *const schema_help =
     "usage: cfgmsg schema [--json | --markdown] [PATH]\n"
     "\n"
     "Prints the parameter reference from the library's key tables: every node\n"
@@ -186,8 +188,6 @@ constexpr const char *schema_help =
     "  --help      this text\n"
     "\n"
     "Exit status: 0 success, 1 PATH selects no node, 2 usage error.\n";
-
-}  // namespace
 
 bool path_selected(std::string_view pattern, std::string_view filter)
 {
@@ -270,41 +270,19 @@ std::string stored_text(const key &k, const void *record, unsigned entry)
     return number_text(k, v);
 }
 
-int schema_main(int argc, char **argv)
+int run_schema(const cli::options &opt)
 {
-    bool json = false, markdown = false;
-    std::optional<std::string> filter;
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view arg = argv[i];
-        if (arg == "--help" || arg == "-h") {
-            std::fputs(schema_help, stdout);
-            return 0;
-        }
-        if (arg == "--json") {
-            json = true;
-        } else if (arg == "--markdown") {
-            markdown = true;
-        } else if (arg.starts_with("-") && arg != "-") {
-            std::fprintf(stderr, "cfgmsg: schema: unknown option '%s'\ntry 'cfgmsg schema --help'\n", argv[i]);
-            return 2;
-        } else if (filter) {
-            std::fprintf(stderr, "cfgmsg: schema: expects at most one PATH\ntry 'cfgmsg schema --help'\n");
-            return 2;
-        } else {
-            filter = std::string(arg);
-        }
-    }
-    if (json && markdown) {
-        std::fprintf(stderr, "cfgmsg: schema: --json and --markdown exclude each other\ntry 'cfgmsg schema --help'\n");
-        return 2;
-    }
+    if (opt.json && opt.markdown)
+        return cli::fail(cli::exit_usage, "schema: --json and --markdown exclude each other\ntry 'cfgmsg schema --help'");
+    const std::optional<std::string> filter =
+        opt.args.empty() ? std::nullopt : std::optional<std::string>(opt.args[0]);
+    const bool json = opt.json, markdown = opt.markdown;
     std::vector<const node_kind *> nodes;
     for (const node_kind &nk : cfg::keys::node_kinds())
         if (path_selected(nk.path, filter.value_or("")))
             nodes.push_back(&nk);
     if (nodes.empty()) {
-        std::fprintf(stderr, "cfgmsg: schema: no node path begins with '%s'\n", filter->c_str());
-        return 1;
+        return cli::fail(cli::exit_bad_input, "schema: no node path begins with '" + *filter + "'");
     }
     if (json) {
         auto all = nlohmann::ordered_json::array();
@@ -323,7 +301,7 @@ int schema_main(int argc, char **argv)
     } else {
         print_text(nodes);
     }
-    return 0;
+    return std::fflush(stdout) == 0 ? cli::exit_ok : cli::fail(cli::exit_bad_input, "cannot write standard output");
 }
 
 }  // namespace cfgmsg

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "cfgmngr/key_tables.h"
+#include "cli.h"
 
 #include <cstdint>
 #include <optional>
@@ -32,6 +33,7 @@ std::string rule_text(const cfg::keys::key &k);
 std::string stored_text(const cfg::keys::key &k, const void *record, unsigned entry = 0);
 
 // `cfgmsg schema [--json|--markdown] [PATH]`.
-int schema_main(int argc, char **argv);
+extern const char *const schema_help;
+int run_schema(const cli::options &opt);
 
 }  // namespace cfgmsg

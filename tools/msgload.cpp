@@ -1,0 +1,152 @@
+#include "msgload.h"
+
+#include "msgjson.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace cfgmsg {
+
+namespace {
+
+struct file_closer {
+    void operator()(FILE *f) const noexcept {
+        if (f != stdin) std::fclose(f);
+    }
+};
+using file_ptr = std::unique_ptr<FILE, file_closer>;
+
+// Appends up to `count` more bytes of `f` to `data`. False (with `error`
+// set) on a read error; a short read at the end of the input is no error.
+bool read_more(FILE *f, std::size_t count, std::string &data, const std::string &file, std::string &error) {
+    char buf[65536];
+    while (count > 0) {
+        const std::size_t n = std::fread(buf, 1, std::min(count, sizeof buf), f);
+        data.append(buf, n);
+        count -= n;
+        if (n == 0) break;
+    }
+    if (std::ferror(f) == 0) return true;
+    error = file + ": cannot read: " + std::strerror(errno);
+    return false;
+}
+
+std::string at_offset(std::size_t offset) {
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "at byte offset %zu (0x%zx)", offset, offset);
+    return buf;
+}
+
+std::uint32_t body_length_field(const std::string &header) {
+    std::uint32_t n = 0;
+    for (int i = 3; i >= 0; --i) n = n << 8 | static_cast<unsigned char>(header[4 + i]);
+    return n;
+}
+
+msg_format recognise(const std::string &start) {
+    if (start.find('\0') != std::string::npos) return msg_format::binary;
+    const std::size_t first = start.find_first_not_of(" \t\r\n");
+    return first != std::string::npos && start[first] == '{' ? msg_format::json : msg_format::text;
+}
+
+}  // namespace
+
+const char *format_name(msg_format f) {
+    return f == msg_format::binary ? "binary" : f == msg_format::text ? "text" : "json";
+}
+
+std::optional<msg_format> format_from_name(std::string_view name) {
+    for (msg_format f : {msg_format::binary, msg_format::text, msg_format::json})
+        if (name == format_name(f)) return f;
+    return std::nullopt;
+}
+
+std::optional<loaded_message> load_message(const std::string &file, std::optional<msg_format> want,
+                                           std::string &error, unsigned accepts) {
+    errno = 0;
+    file_ptr f(file == "-" ? stdin : std::fopen(file.c_str(), "rb"));
+    if (!f) {
+        error = file + ": cannot open: " + std::strerror(errno);
+        return std::nullopt;
+    }
+    std::string data;
+    if (!read_more(f.get(), header_size, data, file, error)) return std::nullopt;
+    if (data.empty()) {
+        error = file + ": empty file, no message in it";
+        return std::nullopt;
+    }
+    loaded_message out;
+    out.format = want.value_or(recognise(data));
+    if ((accepts & 1u << static_cast<unsigned>(out.format)) == 0) {
+        static const char *const shown[] = {"a binary message", "the text form of a message", "a message in JSON"};
+        std::string expected;
+        for (unsigned f = 0; f < 3; ++f)
+            if (accepts & 1u << f) expected += std::string(expected.empty() ? "" : " or ") + shown[f];
+        error = file + ": this looks like " + shown[static_cast<unsigned>(out.format)] + ", not " + expected;
+        return std::nullopt;
+    }
+
+    if (out.format == msg_format::binary) {
+        if (data.size() == header_size && body_length_field(data) > 0) {
+            const std::size_t body = body_length_field(data);
+            if (body > max_input) {
+                error = file + ": malformed message " + at_offset(4) + ": body length " + std::to_string(body) +
+                        " is more than cfgmsg reads (64 MiB); is this a configuration message?";
+                return std::nullopt;
+            }
+            if (!read_more(f.get(), body + 1, data, file, error)) return std::nullopt;
+            if (data.size() > header_size + body) {
+                error = file + ": malformed message " + at_offset(header_size + body) +
+                        ": the input goes on after the " + std::to_string(body) +
+                        "-byte body that the header declares";
+                return std::nullopt;
+            }
+        }
+        const std::span bytes(reinterpret_cast<const std::uint8_t *>(data.data()), data.size());
+        wire_error err;
+        if (!decode(bytes, out.msg, err)) {
+            error = file + ": malformed message " + at_offset(err.offset) + ": " + err.reason;
+            return std::nullopt;
+        }
+        return out;
+    }
+
+    // Text and JSON never hold a raw NUL byte: stop at the first one, so
+    // that an endless binary input is not read to max_input.
+    for (std::size_t checked = 0;;) {
+        const std::size_t nul = data.find('\0', checked);
+        if (nul != std::string::npos) {
+            error = file + ": a NUL byte at offset " + std::to_string(nul) + " in what began as " +
+                    (out.format == msg_format::json ? "JSON" : "text") + "; this is no message in any form";
+            return std::nullopt;
+        }
+        if (data.size() > max_input) {
+            error = file + ": more than 64 MiB of " + format_name(out.format) + ", more than cfgmsg reads";
+            return std::nullopt;
+        }
+        checked = data.size();
+        if (!read_more(f.get(), 65536, data, file, error)) return std::nullopt;
+        if (data.size() == checked) break;
+    }
+    if (out.format == msg_format::json) {
+        json_error err;
+        if (from_json(data, out.msg, err)) return out;
+        error = file + ": bad JSON at " + err.where + ": " + err.reason;
+        return std::nullopt;
+    }
+    text_error err;
+    if (parse_text(data, out.msg, err)) return out;
+    error = file + ":" + std::to_string(err.line) + ": " + err.reason;
+    return std::nullopt;
+}
+
+std::string render(const message &msg, msg_format f) {
+    if (f == msg_format::text) return to_text(msg);
+    if (f == msg_format::json) return to_json(msg);
+    const std::vector<std::uint8_t> bytes = encode(msg);
+    return {bytes.begin(), bytes.end()};
+}
+
+}  // namespace cfgmsg
