@@ -1,4 +1,5 @@
 // Writer of the 32 ring cadences.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -6,8 +7,13 @@
 #include <cstdio>
 
 using cfg::dump::msg_writer;
+namespace keys = cfg::keys;
 
 namespace {
+
+// The keys in the order they are sent; the mask goes out as its flag list.
+constexpr auto cadence_order = keys::pick(keys::cadence_keys, "rule", "ring", "pause");
+constexpr const keys::key &mask_key = keys::row(keys::cadence_keys, "mask");
 
 // Room for every flag: "0,1,2,3,4,5,6,7" and the NUL.
 using mask_text_t = char[16];
@@ -35,10 +41,8 @@ void cadence_node(msg_writer &w, int number, const cadence_cfg_t &cadence) noexc
     mask_to_text(cadence.mask, mask);
 
     w.node(path);
-    w.text("rule", cadence.rule);
-    w.uint("ring", cadence.ring);
-    w.uint("pause", cadence.pause);
-    w.text("mask", static_cast<const char *>(mask));
+    w.fields(keys::cadence_keys, cadence_order, &cadence);
+    w.text(mask_key.wire_name().data(), static_cast<const char *>(mask));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Writers of the codec settings: the shared block of codec params, the
 // codecs node of a VoIP profile and the node of a dial-plan profile.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -7,50 +8,34 @@
 #include <cstdio>
 
 using cfg::dump::msg_writer;
+namespace keys = cfg::keys;
 
 namespace {
 
-// Every member goes out through the unsigned builder, so a negative value is
-// sent as its 32-bit two's complement (-1 as 4294967295).
-uint32_t as_unsigned(int32_t value) noexcept { return static_cast<uint32_t>(value); }
+// The params shared by the profile codecs node and the dial-plan profile
+// node, in the order they are sent; "g729a" (not kept) goes out as 0 between
+// the first two and the rest.
+constexpr auto codec_keys_first = keys::pick(keys::codec_keys, "g711a", "g711u");
+constexpr const keys::key &g729a = keys::row(keys::codec_keys, "g729a");
+constexpr auto codec_keys_rest = keys::pick(
+    keys::codec_keys,
+    "g729b", "g729x", "g723", "g726_32", "g711pte", "g729pte", "g723pte", "g726_32_pte", "g726_32_pt",
+    "dtmftransfer", "payload", "rfc3264_pt_common", "nse_payload", "faxdirection", "faxtransfer",
+    "slave_faxtransfer", "modemtransfer", "silencedetector", "echocanceller", "ecan_nlp_disable",
+    "comfortnoise", "jb_pt_delay", "jb_vo_delay_min", "jb_vo_delay_max", "jb_vo_adaptive",
+    "jb_vo_del_threshold", "jb_vo_del_mode_soft", "t38_datagram", "t38_bitrate", "dispersion_time");
 
-// The 33 params shared by the profile codecs node and the dial-plan profile
-// node, written into the node the caller has opened.
+// What each node adds after them.
+constexpr auto profile_codec_keys = keys::pick(keys::codec_keys, "flashtransfer", "rtcp_timer", "rtcp_period", "rtcp_xr");
+constexpr auto dialplan_profile_keys = keys::pick(
+    keys::codec_keys, "agc_spk_enable", "agc_spk_level", "agc_mic_enable", "agc_mic_level", "max_calls");
+
+// Written into the node the caller has opened.
 void codec_params(msg_writer &w, const codecs_cfg_t &c) noexcept
 {
-    w.uint("g711a", as_unsigned(c.g711a));
-    w.uint("g711u", as_unsigned(c.g711u));
-    w.uint("g729a", 0); // not kept: always sent as off
-    w.uint("g729b", as_unsigned(c.g729b));
-    w.uint("g729x", as_unsigned(c.g729x));
-    w.uint("g723", as_unsigned(c.g723));
-    w.uint("g726_32", as_unsigned(c.g726_32));
-    w.uint("g711pte", as_unsigned(c.g711pte));
-    w.uint("g729pte", as_unsigned(c.g729pte));
-    w.uint("g723pte", as_unsigned(c.g723pte));
-    w.uint("g726_32_pte", c.g726_32_pte);
-    w.uint("g726_32_pt", c.g726_32_pt);
-    w.uint("dtmftransfer", as_unsigned(c.dtmftransfer));
-    w.uint("payload", as_unsigned(c.payload));
-    w.uint("rfc3264_pt_common", c.rfc3264_pt_common);
-    w.uint("nse_payload", c.nse_payload);
-    w.uint("faxdirection", as_unsigned(c.faxdirection));
-    w.uint("faxtransfer", as_unsigned(c.faxtransfer));
-    w.uint("slave_faxtransfer", as_unsigned(c.slave_faxtransfer));
-    w.uint("modemtransfer", as_unsigned(c.modemtransfer));
-    w.uint("silencedetector", c.silencedetector);
-    w.uint("echocanceller", c.echocanceller);
-    w.uint("ecan_nlp_disable", c.ecan_nlp_disable);
-    w.uint("comfortnoise", c.comfortnoise);
-    w.uint("jb_pt_delay", as_unsigned(c.jb_pt_delay));
-    w.uint("jb_vo_delay_min", as_unsigned(c.jb_vo_delay_min));
-    w.uint("jb_vo_delay_max", as_unsigned(c.jb_vo_delay_max));
-    w.uint("jb_vo_adaptive", as_unsigned(c.jb_vo_adaptive));
-    w.uint("jb_vo_del_threshold", as_unsigned(c.jb_vo_del_threshold));
-    w.uint("jb_vo_del_mode_soft", as_unsigned(c.jb_vo_del_mode_soft));
-    w.uint("t38_datagram", c.t38_datagram);
-    w.uint("t38_bitrate", as_unsigned(c.t38_bitrate));
-    w.uint("dispersion_time", c.dispersion_time);
+    w.fields(keys::codec_keys, codec_keys_first, &c);
+    w.uint(g729a.wire_name().data(), 0);
+    w.fields(keys::codec_keys, codec_keys_rest, &c);
 }
 
 } // namespace
@@ -71,10 +56,7 @@ int profile_codecs_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg)
     msg_writer w(cursor, "profile_codecs_save");
     w.node(path);
     codec_params(w, cfg->codecs);
-    w.uint("flashtransfer", as_unsigned(cfg->codecs.flashtransfer));
-    w.uint("rtcp_timer", cfg->codecs.rtcp_timer);
-    w.uint("rtcp_period", cfg->codecs.rtcp_period);
-    w.uint("rtcp_xr", cfg->codecs.rtcp_xr);
+    w.fields(keys::codec_keys, profile_codec_keys, &cfg->codecs);
     return w.finish();
 }
 
@@ -85,11 +67,7 @@ int dialplan_profile_save(uint8_t **cursor, int number, const dialplan_profile_c
     msg_writer w(cursor, "dialplan_profile_save");
     w.node(path);
     codec_params(w, *cfg);
-    w.uint("agc_spk_enable", cfg->agc_spk_enable);
-    w.sint("agc_spk_level", cfg->agc_spk_level);
-    w.uint("agc_mic_enable", cfg->agc_mic_enable);
-    w.sint("agc_mic_level", cfg->agc_mic_level);
-    w.uint("max_calls", cfg->max_calls);
+    w.fields(keys::codec_keys, dialplan_profile_keys, cfg);
     return w.finish();
 }
 

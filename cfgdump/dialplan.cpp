@@ -1,4 +1,5 @@
 // Writer of the dial-plan rules of one profile.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -10,6 +11,8 @@
 using cfg::dump::msg_writer;
 
 namespace {
+
+constexpr const char *rule_name = cfg::keys::row(cfg::keys::dialplan_keys, "dialplan").wire_name().data();
 
 // Characters of a text field up to its NUL, never past the field.
 template <std::size_t N>
@@ -34,7 +37,7 @@ void rule_param(msg_writer &w, uint32_t index, const dial_plan_t &e, uint32_t ma
                   shown(e.destination), e.destination, shown(e.field6), e.field6, e.field7,
                   static_cast<int>(e.field8), e.field9, mask, e.field11);
     char name[24];
-    std::snprintf(name, sizeof name, "dialplan_%u", index);
+    std::snprintf(name, sizeof name, "%s_%u", rule_name, index);
     w.text(name, line);
 }
 
@@ -70,7 +73,7 @@ int profile_dialplan_to_file(uint8_t **cursor, int profile, const profile_dialpl
     const auto dropped = static_cast<int32_t>(cfg->start - cfg->current);
     for (int32_t k = 0; k < dropped && j < CFG_DIALPLAN_ENTRIES; ++k) {
         char name[24];
-        std::snprintf(name, sizeof name, "dialplan_%u", j++);
+        std::snprintf(name, sizeof name, "%s_%u", rule_name, j++);
         w.empty(name);
     }
     return w.finish();

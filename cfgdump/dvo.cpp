@@ -1,9 +1,20 @@
 // Writer of the service codes.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
 using cfg::dump::msg_writer;
+namespace keys = cfg::keys;
+
+namespace {
+
+// The keys in the order they are sent.
+constexpr auto dvo_order = keys::pick(
+    keys::dvo_keys, "callwaiting", "ct_attended", "ct_unattended", "cf_unconditional", "cf_busy", "cf_noanswer",
+    "cf_outofservice", "dnd");
+
+} // namespace
 
 extern "C" {
 
@@ -11,14 +22,7 @@ int dvo_config_save(uint8_t **cursor, const dvo_cfg_t *dvo) CFG_NOEXCEPT
 {
     msg_writer w(cursor, "dvo_config_save");
     w.node("config.VOIP.dvo");
-    w.text("callwaiting", dvo->callwaiting);
-    w.text("ct_attended", dvo->ct_attended);
-    w.text("ct_unattended", dvo->ct_unattended);
-    w.text("cf_unconditional", dvo->cf_unconditional);
-    w.text("cf_busy", dvo->cf_busy);
-    w.text("cf_noanswer", dvo->cf_noanswer);
-    w.text("cf_outofservice", dvo->cf_outofservice);
-    w.text("dnd", dvo->dnd);
+    w.fields(keys::dvo_keys, dvo_order, dvo);
     return w.finish();
 }
 

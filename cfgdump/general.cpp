@@ -1,9 +1,20 @@
 // Writer of the gateway-wide voice settings.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
 using cfg::dump::msg_writer;
+namespace keys = cfg::keys;
+
+namespace {
+
+// The keys in the order they are sent.
+constexpr auto general_order = keys::pick(
+    keys::general_keys, "unit_prefix", "use_uni", "start_timer", "device_name", "duration_timer",
+    "wait_answer_timer", "fans_force_enable", "fans_threshold_temperature", "power_mode");
+
+} // namespace
 
 extern "C" {
 
@@ -11,15 +22,7 @@ int general_save(uint8_t **cursor, const general_cfg_t *general) CFG_NOEXCEPT
 {
     msg_writer w(cursor, "general_save");
     w.node("config.VOIP.general");
-    w.text("unit_prefix", general->unit_prefix);
-    w.uint("use_uni", general->use_uni);
-    w.uint("start_timer", general->start_timer);
-    w.text("device_name", general->device_name);
-    w.uint("duration_timer", general->duration_timer);
-    w.uint("wait_answer_timer", general->wait_answer_timer);
-    w.uint("fans_force_enable", general->fans_force_enable);
-    w.uint("fans_threshold_temperature", general->fans_threshold_temperature);
-    w.uint("power_mode", general->power_mode);
+    w.fields(keys::general_keys, general_order, general);
     return w.finish();
 }
 

@@ -1,6 +1,7 @@
 // Writer of the hunt groups of one kind: the valid groups renumbered from 0,
 // then an empty node for every other number, which clears that group on the
 // configuration manager's side.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -14,6 +15,17 @@ namespace cfg::dump {
 namespace {
 
 constexpr int group_count = CFG_GROUPS;
+
+// The keys in the order they are sent, between the member ports and the
+// keys of one kind of group only.
+constexpr auto &rows = keys::group_keys;
+constexpr auto account_keys = keys::pick(rows, "phone", "name", "password");
+constexpr const keys::key &ports_key = keys::row(rows, "ports");
+constexpr auto type_key = keys::pick(rows, "type");
+constexpr auto subscriber_keys = keys::pick(rows, "timeout"); // subscriber-port groups only
+constexpr auto state_keys = keys::pick(rows, "busy", "enabled", "sip_port");
+constexpr auto line_keys = keys::pick(rows, "dont_transmit_prefix", "transmit_number", "fxo_call_busy"); // line-port groups only
+constexpr auto profile_key = keys::pick(rows, "profile_id");
 
 void group_path(char (&path)[48], bool fxo, int index) noexcept
 {
@@ -29,22 +41,15 @@ void group_node(msg_writer &w, const group_cfg_t &g, bool fxo, int index) noexce
     cfg_port_to_string(&g, ports);
 
     w.node(path);
-    w.text("phone", g.phone);
-    w.text("name", g.name);
-    w.text("password", g.password);
-    w.text("ports", static_cast<const char *>(ports));
-    w.uint("type", g.type);
+    w.fields(rows, account_keys, &g);
+    w.text(ports_key.wire_name().data(), static_cast<const char *>(ports));
+    w.fields(rows, type_key, &g);
     if (!fxo)
-        w.uint("timeout", g.timeout);
-    w.uint("busy", g.busy);
-    w.uint("enabled", g.enabled);
-    w.uint("sip_port", g.sip_port);
-    if (fxo) {
-        w.uint("dont_transmit_prefix", g.dont_transmit_prefix);
-        w.uint("transmit_number", g.transmit_number);
-        w.uint("fxo_call_busy", g.fxo_call_busy);
-    }
-    w.uint("profile_id", g.profile_id);
+        w.fields(rows, subscriber_keys, &g);
+    w.fields(rows, state_keys, &g);
+    if (fxo)
+        w.fields(rows, line_keys, &g);
+    w.fields(rows, profile_key, &g);
 }
 
 } // namespace

@@ -1,9 +1,25 @@
 // Writers of the H.323 settings and of the port ranges.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
 using cfg::dump::msg_writer;
+namespace keys = cfg::keys;
+
+namespace {
+
+// The keys each writer sends, in the order it sends them.
+constexpr auto h323_order = keys::pick(
+    keys::h323_keys, "enableh323", "ignore_gcf", "disablefaststart", "disabletunneling", "h235", "password",
+    "usegatekeeper", "gatekeeperip", "h323aliase", "isgateway", "dtmftransfer", "timetolive", "keepalivetime",
+    "bearercapability");
+
+constexpr auto range_order = keys::pick(
+    keys::range_keys, "tcpportmin", "tcpportmax", "udpportmin", "udpportmax", "rtph323min", "rtph323max",
+    "rtpsipmin", "rtpsipmax", "intrcpmax", "intrcpmin", "sip_dscp", "verify_remote_media");
+
+} // namespace
 
 extern "C" {
 
@@ -11,20 +27,7 @@ int h323_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT
 {
     msg_writer w(cursor, "h323_save");
     w.node("config.VOIP.h323");
-    w.uint("enableh323", h323->enableh323);
-    w.uint("ignore_gcf", h323->ignore_gcf);
-    w.uint("disablefaststart", h323->disablefaststart);
-    w.uint("disabletunneling", h323->disabletunneling);
-    w.uint("h235", h323->h235);
-    w.text("password", h323->password);
-    w.uint("usegatekeeper", h323->usegatekeeper);
-    w.text("gatekeeperip", h323->gatekeeperip);
-    w.text("h323aliase", h323->h323aliase);
-    w.uint("isgateway", h323->isgateway);
-    w.uint("dtmftransfer", h323->dtmftransfer);
-    w.uint("timetolive", h323->timetolive);
-    w.uint("keepalivetime", h323->keepalivetime);
-    w.uint("bearercapability", h323->bearercapability);
+    w.fields(keys::h323_keys, h323_order, h323);
     return w.finish();
 }
 
@@ -32,18 +35,7 @@ int RANGE_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT
 {
     msg_writer w(cursor, "RANGE_save");
     w.node("config.VOIP.range");
-    w.uint("tcpportmin", h323->tcpportmin);
-    w.uint("tcpportmax", h323->tcpportmax);
-    w.uint("udpportmin", h323->udpportmin);
-    w.uint("udpportmax", h323->udpportmax);
-    w.uint("rtph323min", h323->rtph323min);
-    w.uint("rtph323max", h323->rtph323max);
-    w.uint("rtpsipmin", h323->rtpsipmin);
-    w.uint("rtpsipmax", h323->rtpsipmax);
-    w.uint("intrcpmax", h323->intrcpmax);
-    w.uint("intrcpmin", h323->intrcpmin);
-    w.uint("sip_dscp", h323->sip_dscp);
-    w.uint("verify_remote_media", h323->verify_remote_media);
+    w.fields(keys::range_keys, range_order, h323);
     return w.finish();
 }
 

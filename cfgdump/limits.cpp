@@ -1,5 +1,6 @@
 // Writer of the call limits: the limits below `ceiling` renumbered from 0,
 // then empty params for the numbers the configuration manager must drop.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -10,6 +11,12 @@
 #include <iterator>
 
 using cfg::dump::msg_writer;
+
+namespace {
+
+constexpr const char *limit_name = cfg::keys::row(cfg::keys::limit_keys, "limit").wire_name().data();
+
+} // namespace
 
 extern "C" {
 
@@ -40,7 +47,7 @@ int save_limits(uint8_t **cursor, const limit_cfg_t *limits) CFG_NOEXCEPT
                           r.target[i], static_cast<int>(r.value[i]));
         else
             std::snprintf(text, sizeof text, "%s %d", "[proxy]", static_cast<int>(r.value[i]));
-        std::snprintf(name, sizeof name, "limit_%d", static_cast<int>(j++));
+        std::snprintf(name, sizeof name, "%s_%d", limit_name, static_cast<int>(j++));
         w.text(name, static_cast<const char *>(text));
     }
 
@@ -54,7 +61,7 @@ int save_limits(uint8_t **cursor, const limit_cfg_t *limits) CFG_NOEXCEPT
     // in-progress marker does not produce thousands of params.
     const uint32_t last = std::min(count, entries);
     while (j < last) {
-        std::snprintf(name, sizeof name, "limit_%d", static_cast<int>(j++));
+        std::snprintf(name, sizeof name, "%s_%d", limit_name, static_cast<int>(j++));
         w.empty(name);
     }
     return w.finish();

@@ -1,5 +1,6 @@
 // Writer of one number modifier: its filled rules renumbered from 0, then
 // empty params up to its count.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -12,6 +13,8 @@ using cfg::dump::msg_writer;
 
 namespace cfg::dump {
 namespace {
+
+constexpr const char *rule_name = keys::row(keys::modifier_keys, "mod_rule_").wire_name().data();
 
 // Characters of a written rule line.
 constexpr std::size_t rule_text_size = 254; // 253 characters and the NUL
@@ -50,11 +53,11 @@ int modifier_to_file(uint8_t **cursor, int number, const modifier_cfg_t *modifie
         char text[rule_text_size];
         std::snprintf(text, sizeof text, "%.*s %.*s %.*s", length_of(rule.word1), rule.word1,
                       length_of(rule.word2), rule.word2, length_of(rule.word3), rule.word3);
-        std::snprintf(name, sizeof name, "mod_rule_%d", static_cast<int>(j++));
+        std::snprintf(name, sizeof name, "%s%d", rule_name, static_cast<int>(j++));
         w.text(name, static_cast<const char *>(text));
     }
     while (j < rule_count && j < m.count) {
-        std::snprintf(name, sizeof name, "mod_rule_%d", static_cast<int>(j++));
+        std::snprintf(name, sizeof name, "%s%d", rule_name, static_cast<int>(j++));
         w.empty(name);
     }
     return w.finish();

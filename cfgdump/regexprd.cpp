@@ -1,4 +1,5 @@
 // Writer of the regular-expression dial plan of one profile.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -6,6 +7,14 @@
 #include <cstdio>
 
 using cfg::dump::msg_writer;
+namespace keys = cfg::keys;
+
+namespace {
+
+// The keys in the order they are sent.
+constexpr auto regexprd_order = keys::pick(keys::regexprd_keys, "regex_on", "proto", "regex", "start_timer");
+
+} // namespace
 
 extern "C" {
 
@@ -18,10 +27,7 @@ int profile_dialplan_regular_to_file(uint8_t **cursor, int profile,
     char path[64];
     std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.regexprd", profile);
     w.node(path);
-    w.uint("regex_on", cfg->regex_on);
-    w.text("proto", cfg->proto);
-    w.text("regex", cfg->regex);
-    w.uint("start_timer", cfg->start_timer);
+    w.fields(keys::regexprd_keys, regexprd_order, cfg);
     return w.finish();
 }
 

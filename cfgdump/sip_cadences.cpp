@@ -1,4 +1,6 @@
-// Writer of the alert-info cadences of a VoIP profile.
+// Writer of the alert-info cadences of a VoIP profile: every key of a
+// cadence in table order.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -19,8 +21,7 @@ int profile_alert_info_save(uint8_t **cursor, int profile, const profile_cfg_t *
         std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.sip_cadences.sip_cadence_%d",
                       profile, c);
         w.node(path);
-        w.text("name", cadence.name);
-        w.text("ring_rule", cadence.ring_rule);
+        w.fields(cfg::keys::sip_cadence_keys, &cadence);
     }
     return w.finish();
 }

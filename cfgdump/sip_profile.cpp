@@ -1,4 +1,5 @@
 // Writer of the SIP settings of a VoIP profile.
+#include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
@@ -7,8 +8,39 @@
 #include <cstring>
 
 using cfg::dump::msg_writer;
+namespace keys = cfg::keys;
 
 namespace {
+
+constexpr const auto &rows = keys::sip_profile_keys;
+
+// The keys sent through their rows, in the order they are sent, between the
+// params sent in their own format.
+constexpr auto head_keys = keys::pick(rows, "cw_ringback");
+constexpr const keys::key &no_replaces = keys::row(rows, "no_replaces");
+constexpr auto mode_keys = keys::pick(rows, "100rel", "ringback_sdp", "ringback", "mode");
+// Account and server block, sent only when the profile registers (mode > 0).
+constexpr auto account_keys = keys::pick(
+    rows, "register_retry_interval", "inbound_proxy", "domain_to_reg", "options", "keepalivet", "outbound",
+    "expires", "authentication", "registration", "username", "password", "domain");
+constexpr const keys::key &proxy = keys::row(rows, "proxy");
+constexpr const keys::key &regrar = keys::row(rows, "regrar");
+constexpr auto line_keys = keys::pick(rows, "uri_escape_hash", "user_phone", "obtimeout");
+constexpr const keys::key &dtmfmime = keys::row(rows, "dtmfmime");
+constexpr const keys::key &hfmime = keys::row(rows, "hfmime");
+constexpr auto sdp_keys = keys::pick(rows, "reduce_sdp_media_count", "p_rtp_stat");
+constexpr const keys::key &timer = keys::row(rows, "timer");
+constexpr auto session_keys =
+    keys::pick(rows, "min_se", "session_expires", "keep_alive_interval", "keep_alive_mode", "conference_type");
+constexpr const keys::key &conference = keys::row(rows, "conference_serv_name");
+constexpr auto service_keys = keys::pick(
+    rows, "ims_notify_on", "xcap_conference_name", "xcap_hotline_name", "xcap_cw_name", "xcap_callhold_name",
+    "xcap_calltransfer_name", "use_alert_info", "changeover", "ruri_full_compliance", "changeover_by_408");
+
+const char *name_of(const keys::key &k) noexcept
+{
+    return k.wire_name().data(); // every row's names are literals
+}
 
 // Characters of a text field before its NUL, never past the field.
 template <std::size_t N>
@@ -46,29 +78,17 @@ void conference_server(msg_writer &w, const profile_sip_cfg_t &s) noexcept
         std::snprintf(text, sizeof text, "%.*s@%.*s", user, s.conference_user, host, s.conference_host);
     else
         std::snprintf(text, sizeof text, "%.*s", user, s.conference_user);
-    w.text("conference_serv_name", static_cast<const char *>(text));
+    w.text(name_of(conference), static_cast<const char *>(text));
 }
 
-// Account and server block, sent only when the profile registers (mode > 0).
 void account_and_servers(msg_writer &w, const profile_sip_cfg_t &s) noexcept
 {
-    w.uint("register_retry_interval", s.register_retry_interval);
-    w.uint("inbound_proxy", s.inbound_proxy);
-    w.uint("domain_to_reg", s.domain_to_reg);
-    w.uint("options", s.options);
-    w.uint("keepalivet", s.keepalivet);
-    w.uint("outbound", s.outbound);
-    w.uint("expires", s.expires);
-    w.uint("authentication", s.authentication);
-    w.uint("registration", s.registration);
-    w.text("username", s.username);
-    w.text("password", s.password);
-    w.text("domain", s.domain);
+    w.fields(rows, account_keys, &s);
     for (int i = 0; i < CFG_SIP_SERVERS; ++i) {
         char name[32];
-        std::snprintf(name, sizeof name, "proxy_%d", i);
+        std::snprintf(name, sizeof name, "%s_%d", name_of(proxy), i);
         w.text(name, s.servers[i].proxy);
-        std::snprintf(name, sizeof name, "regrar_%d", i);
+        std::snprintf(name, sizeof name, "%s_%d", name_of(regrar), i);
         w.text(name, s.servers[i].regrar);
     }
 }
@@ -84,38 +104,19 @@ int profile_sip_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg) CF
     std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.sip", profile);
     msg_writer w(cursor, "profile_sip_save");
     w.node(path);
-    w.uint("cw_ringback", s.cw_ringback);
-    w.uint("no_replaces", s.replaces == 0 ? 1u : 0u);
-    w.uint("100rel", s.rel100);
-    w.uint("ringback_sdp", s.ringback_sdp);
-    w.uint("ringback", s.ringback);
-    w.uint("mode", s.mode);
+    w.fields(rows, head_keys, &s);
+    w.uint(name_of(no_replaces), s.replaces == 0 ? 1u : 0u);
+    w.fields(rows, mode_keys, &s);
     if (s.mode > 0)
         account_and_servers(w, s);
-    w.uint("uri_escape_hash", s.uri_escape_hash);
-    w.uint("user_phone", s.user_phone);
-    w.uint("obtimeout", s.obtimeout);
-    w.text("dtmfmime", dtmf_mime_word(s.dtmfmime));
-    w.text("hfmime", hookflash_mime_word(s.hfmime));
-    w.uint("reduce_sdp_media_count", s.reduce_sdp_media_count);
-    w.uint("p_rtp_stat", s.p_rtp_stat);
-    w.uint("timer", s.timer != 0 ? 1u : 0u);
-    w.uint("min_se", s.min_se);
-    w.uint("session_expires", s.session_expires);
-    w.uint("keep_alive_interval", s.keep_alive_interval);
-    w.uint("keep_alive_mode", s.keep_alive_mode);
-    w.uint("conference_type", s.conference_type);
+    w.fields(rows, line_keys, &s);
+    w.text(name_of(dtmfmime), dtmf_mime_word(s.dtmfmime));
+    w.text(name_of(hfmime), hookflash_mime_word(s.hfmime));
+    w.fields(rows, sdp_keys, &s);
+    w.uint(name_of(timer), s.timer != 0 ? 1u : 0u);
+    w.fields(rows, session_keys, &s);
     conference_server(w, s);
-    w.uint("ims_notify_on", s.ims_notify_on);
-    w.text("xcap_conference_name", s.xcap_conference_name);
-    w.text("xcap_hotline_name", s.xcap_hotline_name);
-    w.text("xcap_cw_name", s.xcap_cw_name);
-    w.text("xcap_callhold_name", s.xcap_callhold_name);
-    w.text("xcap_calltransfer_name", s.xcap_calltransfer_name);
-    w.uint("use_alert_info", s.use_alert_info);
-    w.uint("changeover", s.changeover);
-    w.uint("ruri_full_compliance", s.ruri_full_compliance);
-    w.uint("changeover_by_408", s.changeover_by_408);
+    w.fields(rows, service_keys, &s);
     return w.finish();
 }
 

@@ -62,6 +62,21 @@ enum class rule : uint8_t {
     g726_packet_time, // 10, 20 or 30, else the default
     t38_datagram,     // exactly "0", or a size in min..max, else the default
     // ---- rules of the VoIP sections
+    not_kept,         // accepted and dropped (no member)
+    one_or_default,   // 1 for the number 1, anything else (and no value) the default
+    inverse_checkbox, // a checkbox stored inverted
+    on_unless_zero,   // 0 for a value reading as 0, anything else (and no value) 1
+    dtmf_mime,        // "dtmfr" 0, "dtmf" 1, "audio" 2, other words 0
+    hookflash_mime,   // "dtmf" 1, "hookf" 0, "sscc" 3, "broadsoft" 2, other words 0
+    user_at_host,     // "user@host": the user, and the host into the text at `aux` of `max` bytes
+    server_text,      // text of SIP server N, named key_N (the key alone: server 0)
+    clamped,          // the number as strtoll reads it (no digits: 0), held to min..max
+    flag_list,        // "0,2,5": bit k for each flag k in min..max; empty pieces name none
+    // List entries in a text format of their own, stored by their handler's parser:
+    group_ports,      // the member ports of a hunt group ("1,3-5")
+    limit_line,       // a call limit, "target number" ("[proxy]" for the proxy), named key_N
+    modifier_rule,    // a number-modifier rule, three words, named keyN
+    dial_plan_line,   // a dial-plan rule line, named key_N
 
     // ---- rules of the network and switch sections
     trap_version,     // exactly "v2" is 2, anything else 1
@@ -112,7 +127,7 @@ struct key {
     int64_t def = 0;
     std::string_view text_default; // rule::text_or_default
     uint16_t aux = 0;              // rule::text_and_flag: offset of the flag
-    uint8_t count = 0;             // numbered keys: entries 0..count-1
+    uint16_t count = 0;            // numbered keys: entries 0..count-1
     uint16_t stride = 0;           // numbered keys: bytes between entries
 
     // The writers' name for the key.
@@ -138,7 +153,7 @@ struct key {
         return k;
     }
     constexpr key not_sent() const noexcept { return sent_as(sent::none); }
-    constexpr key numbered(uint8_t entries, uint16_t bytes_between) const noexcept
+    constexpr key numbered(uint16_t entries, uint16_t bytes_between) const noexcept
     {
         key k = *this;
         k.count = entries;

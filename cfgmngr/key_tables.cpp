@@ -5,6 +5,7 @@
 #include "cfgmngr/keys_network.h"
 #include "cfgmngr/keys_ports.h"
 #include "cfgmngr/keys_switch.h"
+#include "cfgmngr/keys_voip.h"
 
 #include <cstddef>
 
@@ -13,6 +14,22 @@ namespace {
 
 // ---- VoIP sections
 constexpr auto ports_index = make_index(port_keys);
+constexpr auto codecs_index = make_index(codec_keys);
+constexpr auto sip_profile_index = make_index(sip_profile_keys);
+constexpr auto h323_index = make_index(h323_keys);
+constexpr auto range_ports_index = make_index(range_keys);
+constexpr auto sip_index = make_index(sip_keys);
+constexpr auto general_index = make_index(general_keys);
+constexpr auto tones_index = make_index(tones_keys);
+constexpr auto trace_index = make_index(trace_keys);
+constexpr auto dvo_index = make_index(dvo_keys);
+constexpr auto sip_cadence_index = make_index(sip_cadence_keys);
+constexpr auto cadences_index = make_index(cadence_keys);
+constexpr auto regexprd_index = make_index(regexprd_keys);
+constexpr auto dialplan_index = make_index(dialplan_keys);
+constexpr auto groups_index = make_index(group_keys);
+constexpr auto limits_index = make_index(limit_keys);
+constexpr auto modifiers_index = make_index(modifier_keys);
 
 // ---- Network and switch sections
 constexpr auto network_index = make_index(network_keys);
@@ -33,6 +50,22 @@ constexpr auto firewall_index = make_index(firewall_keys);
 
 // ---- VoIP sections
 constinit const table ports = make_table(port_keys, ports_index);
+constinit const table codecs = make_table(codec_keys, codecs_index);
+constinit const table sip_profile = make_table(sip_profile_keys, sip_profile_index);
+constinit const table h323 = make_table(h323_keys, h323_index);
+constinit const table range_ports = make_table(range_keys, range_ports_index);
+constinit const table sip = make_table(sip_keys, sip_index);
+constinit const table general = make_table(general_keys, general_index);
+constinit const table tones = make_table(tones_keys, tones_index);
+constinit const table trace = make_table(trace_keys, trace_index);
+constinit const table dvo = make_table(dvo_keys, dvo_index);
+constinit const table sip_cadence = make_table(sip_cadence_keys, sip_cadence_index);
+constinit const table cadences = make_table(cadence_keys, cadences_index);
+constinit const table regexprd = make_table(regexprd_keys, regexprd_index);
+constinit const table dialplan = make_table(dialplan_keys, dialplan_index);
+constinit const table groups = make_table(group_keys, groups_index);
+constinit const table limits = make_table(limit_keys, limits_index);
+constinit const table modifiers = make_table(modifier_keys, modifiers_index);
 
 // ---- Network and switch sections
 constinit const table network = make_table(network_keys, network_index);
@@ -59,6 +92,28 @@ constexpr node_kind kinds[] = {
      "profile_def_port_to_file"},
     {"config.VOIP.ports.port_{0..71}", &ports, port_keys, IMAGE(ports), sizeof(port_cfg_t), 0, 71,
      "one_port_to_file"},
+    {"config.VOIP.profile.profile_{0..7}.codecs", &codecs, codec_keys, IMAGE(profiles[0].codecs),
+     sizeof(profile_cfg_t), 0, 7, "profile_codecs_save"},
+    {"config.VOIP.dialplan_profiles.dialplan_profile{0..3}", &codecs, codec_keys, IMAGE(dialplan_profiles),
+     sizeof(dialplan_profile_cfg_t), 0, 3, "dialplan_profile_save"},
+    {"config.VOIP.h323", &h323, h323_keys, IMAGE(h323), sizeof(h323_cfg_t), 0, 0, "h323_save"},
+    {"config.VOIP.range", &range_ports, range_keys, IMAGE(h323), sizeof(h323_cfg_t), 0, 0, "RANGE_save"},
+    {"config.VOIP.profile.profile_{0..7}.sip", &sip_profile, sip_profile_keys, IMAGE(profiles[0].sip),
+     sizeof(profile_cfg_t), 0, 7, "profile_sip_save"},
+    {"config.VOIP.sip", &sip, sip_keys, IMAGE(sip), sizeof(sip_cfg_t), 0, 0, "common_sip_save"},
+    {"config.VOIP.general", &general, general_keys, IMAGE(general), sizeof(general_cfg_t), 0, 0, "general_save"},
+    {"config.VOIP.tones", &tones, tones_keys, IMAGE(tones), sizeof(tones_cfg_t), 0, 0, "tones_save"},
+    {"config.VOIP.trace", &trace, trace_keys, IMAGE(trace), sizeof(trace_cfg_t), 0, 0, "syslog_save"},
+    {"config.VOIP.profile.profile_{0..7}.dialplan", &dialplan, dialplan_keys, IMAGE(dialplans),
+     sizeof(profile_dialplan_cfg_t), 0, 7, "profile_dialplan_to_file"},
+    {"config.VOIP.cadences.cadence_{0..31}", &cadences, cadence_keys, IMAGE(cadences), sizeof(cadence_cfg_t), 0, 31,
+     "cadence_config_save"},
+    {"config.VOIP.profile.profile_{0..7}.regexprd", &regexprd, regexprd_keys, IMAGE(dialplans),
+     sizeof(profile_dialplan_cfg_t), 0, 7, "profile_dialplan_regular_to_file"},
+    {"config.VOIP.dvo", &dvo, dvo_keys, IMAGE(dvo), sizeof(dvo_cfg_t), 0, 0, "dvo_config_save"},
+    {"config.VOIP.limits", &limits, limit_keys, IMAGE(limits), sizeof(limit_cfg_t), 0, 0, "save_limits"},
+    {"config.VOIP.modifiers.modifier_{0..15}", &modifiers, modifier_keys, IMAGE(modifiers), sizeof(modifier_cfg_t),
+     0, 15, "modifier_to_file"},
     // ---- Network and switch sections
     {"config.Network.network", &network, network_keys, IMAGE(network), sizeof(network_cfg_t), 0, 0, "save_network"},
     {"config.Network.snmp_users", &snmp_users, snmp_users_keys, IMAGE(snmp), sizeof(snmp_cfg_t), 0, 0, "snmp_user_save"},

@@ -13,6 +13,22 @@ namespace cfg::keys {
 
 // ---- VoIP sections
 extern const table ports;
+extern const table codecs;
+extern const table sip_profile;
+extern const table h323;
+extern const table range_ports;
+extern const table sip;
+extern const table general;
+extern const table tones;
+extern const table trace;
+extern const table dvo;
+extern const table sip_cadence;
+extern const table cadences;
+extern const table regexprd;
+extern const table dialplan;
+extern const table groups;
+extern const table limits;
+extern const table modifiers;
 
 // ---- Network and switch sections
 extern const table network;

@@ -55,12 +55,6 @@ TEST(Cadences, MaskList)
         EXPECT_EQ(parse_cadence_5("mask = " + r.text).mask, r.mask) << r.text;
 }
 
-TEST(Cadences, RuleIsCut)
-{
-    const cadence_cfg_t c = parse_cadence_5("rule = " + std::string(60, 'r'));
-    EXPECT_EQ(std::string(c.rule), std::string(50, 'r'));
-}
-
 // The number is read after the last "_"; paths that name no cadence 0..31
 // store nothing, not even a clear or the time-stamp. Either way the rest of
 // the message is parsed.

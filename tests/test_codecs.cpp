@@ -52,10 +52,10 @@ TEST(CodecBlock, KeyTableRules)
         member field;
         int64_t expected;
     };
-    // Plain integer keys are left to the writers' round trips; these rows are
-    // the keys with a rule of their own.
+    // The keys with a rule of their own and the prefix matches; the rules of
+    // each kind of key are checked over every table in test_key_tables.
     const std::vector<row> rows = {
-        {"g711a =", CODEC(g711a), 0}, {"g711a = \"\"", CODEC(g711a), 0}, {"g711a = -3", CODEC(g711a), -3},
+        {"g711a = \"\"", CODEC(g711a), 0},
         {"g711alaw = 7", CODEC(g711a), 7}, // taken by the prefix "g711a"
         {"g729pte = 25", CODEC(g729pte), 20}, {"g729pte = 80", CODEC(g729pte), 80},
         {"g729pte = 90", CODEC(g729pte), 20}, {"g729pte =", CODEC(g729pte), 20},
@@ -65,24 +65,9 @@ TEST(CodecBlock, KeyTableRules)
         {"g723 = 4", CODEC(g723), 4}, // not taken by "g723pte"
         {"g711pte = 60", CODEC(g711pte), 60}, {"g711pte = 70", CODEC(g711pte), 20}, {"g711pte =", CODEC(g711pte), 20},
         {"g726_32_pte = 40", CODEC(g726_32_pte), 20}, {"g726_32_pte =", CODEC(g726_32_pte), 20},
-        {"g726_32_pt = 95", CODEC(g726_32_pt), 102}, {"g726_32_pt = 127", CODEC(g726_32_pt), 127},
-        {"g726_32_pt =", CODEC(g726_32_pt), 102}, {"slave_faxtransfer =", CODEC(slave_faxtransfer), 3},
-        {"nse_payload = 95", CODEC(nse_payload), 100}, {"nse_payload = 127", CODEC(nse_payload), 127},
-        {"nse_payload =", CODEC(nse_payload), 100}, {"rtcp_timer = 4", CODEC(rtcp_timer), 0},
-        {"rtcp_timer = 5", CODEC(rtcp_timer), 5}, {"rtcp_period = 1", CODEC(rtcp_period), 0},
-        {"rtcp_period = 65535", CODEC(rtcp_period), 65535}, {"rtcp_period = 65536", CODEC(rtcp_period), 0},
-        {"t38_bitrate =", CODEC(t38_bitrate), 14400}, {"t38_datagram = 0", CODEC(t38_datagram), 0},
+        {"t38_datagram = 0", CODEC(t38_datagram), 0},
         {"t38_datagram = 00", CODEC(t38_datagram), 512}, // only the text "0" switches it off
         {"t38_datagram = 100", CODEC(t38_datagram), 512}, {"t38_datagram =", CODEC(t38_datagram), 512},
-        {"dispersion_time = 7", CODEC(dispersion_time), 64}, {"dispersion_time = 128", CODEC(dispersion_time), 128},
-        {"agc_mic_level = 0", CODEC(agc_mic_level), -25}, {"agc_spk_level = -26", CODEC(agc_spk_level), -25},
-        {"max_calls = 143", CODEC(max_calls), 143}, {"max_calls = 144", CODEC(max_calls), 12},
-        {"max_calls =", CODEC(max_calls), 12},
-        // Checkboxes: "y" and any non-zero number are 1.
-        {"rfc3264_pt_common = y", CODEC(rfc3264_pt_common), 1}, {"silencedetector = y", CODEC(silencedetector), 1},
-        {"echocanceller = y", CODEC(echocanceller), 1}, {"ecan_nlp_disable = 5", CODEC(ecan_nlp_disable), 1},
-        {"rtcp_xr = y", CODEC(rtcp_xr), 1}, {"comfortnoise = y", CODEC(comfortnoise), 1},
-        {"agc_spk_enable = y", CODEC(agc_spk_enable), 1}, {"agc_mic_enable = y", CODEC(agc_mic_enable), 1},
     };
     for (const row &r : rows) {
         for (const bool dialplan : {false, true}) {
@@ -153,15 +138,6 @@ TEST(CodecBlock, ProfileNumbers)
     EXPECT_EQ(image->dialplan_profiles[0].g711u, 8);
 }
 
-const std::vector<std::string> shared_names = {
-    "g711a", "g711u", "g729a", "g729b", "g729x", "g723", "g726_32", "g711pte", "g729pte",
-    "g723pte", "g726_32_pte", "g726_32_pt", "dtmftransfer", "payload", "rfc3264_pt_common",
-    "nse_payload", "faxdirection", "faxtransfer", "slave_faxtransfer", "modemtransfer",
-    "silencedetector", "echocanceller", "ecan_nlp_disable", "comfortnoise", "jb_pt_delay",
-    "jb_vo_delay_min", "jb_vo_delay_max", "jb_vo_adaptive", "jb_vo_del_threshold",
-    "jb_vo_del_mode_soft", "t38_datagram", "t38_bitrate", "dispersion_time",
-};
-
 // A record whose every written member holds a distinct value that its rule
 // keeps, so a round trip shows each param landing in its own member.
 codecs_cfg_t sample_codecs()
@@ -210,10 +186,6 @@ TEST(CodecWriters, ProfileCodecsNode)
     const auto out = support::write([&](uint8_t **c) { return profile_codecs_save(c, 2, &profile); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.VOIP.profile.profile_2.codecs");
-    std::vector<std::string> expected = shared_names;
-    for (const char *n : {"flashtransfer", "rtcp_timer", "rtcp_period", "rtcp_xr"})
-        expected.push_back(n);
-    EXPECT_EQ(support::names(out.node()), expected);
     EXPECT_EQ(support::value(out.node(), "g711a"), "4294967295");
     EXPECT_EQ(support::value(out.node(), "g729a"), "0");
 
@@ -237,10 +209,6 @@ TEST(CodecWriters, DialplanProfileNode)
     const auto out = support::write([&](uint8_t **c) { return dialplan_profile_save(c, 1, &profile); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.VOIP.dialplan_profiles.dialplan_profile1");
-    std::vector<std::string> expected = shared_names;
-    for (const char *n : {"agc_spk_enable", "agc_spk_level", "agc_mic_enable", "agc_mic_level", "max_calls"})
-        expected.push_back(n);
-    EXPECT_EQ(support::names(out.node()), expected);
     EXPECT_EQ(support::value(out.node(), "agc_mic_level"), "-10");
 
     auto image = parse_back(out);
@@ -267,7 +235,7 @@ TEST(CodecWriters, SharedParamsContinueACallersNode)
         return after + 1;
     });
     ASSERT_EQ(out.message.nodes.size(), 1u);
-    EXPECT_EQ(support::names(out.node()), shared_names);
+    EXPECT_EQ(out.node().params.size(), 33u); // the params the two codec nodes share
 }
 
 } // namespace

@@ -332,6 +332,22 @@ const std::map<std::string_view, std::vector<writer_call>> &writers()
         {"switch_config_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return switch_config_save(c, &i.switch_cfg); }}},
         {"snmp_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return snmp_save(c, &i.snmp, &i.network); }}},
         {"snmp_user_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return snmp_user_save(c, &i.snmp); }}},
+        // ---- VoIP sections
+        {"profile_codecs_save", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_codecs_save(c, static_cast<int>(n), &i.profiles[n]); }}},
+        {"dialplan_profile_save", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return dialplan_profile_save(c, static_cast<int>(n), &i.dialplan_profiles[n]); }}},
+        {"profile_sip_save", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_sip_save(c, static_cast<int>(n), &i.profiles[n]); }}},
+        {"h323_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return h323_save(c, &i.h323); }}},
+        {"RANGE_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return RANGE_save(c, &i.h323); }}},
+        {"common_sip_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return common_sip_save(c, &i.sip); }}},
+        {"general_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return general_save(c, &i.general); }}},
+        {"tones_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return tones_save(c, &i.tones); }}},
+        {"syslog_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return syslog_save(c, &i.trace); }}},
+        {"dvo_config_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return dvo_config_save(c, &i.dvo); }}},
+        {"cadence_config_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return cadence_config_save(c, &i); }}},
+        {"profile_dialplan_regular_to_file", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_dialplan_regular_to_file(c, static_cast<int>(n), &i.dialplans[n]); }}},
+        {"profile_dialplan_to_file", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_dialplan_to_file(c, static_cast<int>(n), &i.dialplans[n], i.max_ports); }}},
+        {"save_limits", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return save_limits(c, &i.limits); }}},
+        {"modifier_to_file", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return modifier_to_file(c, static_cast<int>(n), &i.modifiers[n]); }}},
     };
     return calls;
 }
@@ -382,7 +398,8 @@ TEST(KeyTables, WritersSendTheirRowsBackToTheSameMembers)
                         names.insert(p.name);
             sent_by_any[nk.keys].insert(names.begin(), names.end());
             for (const key &k : nk.keys->rows) {
-                if (k.out == cfg::keys::sent::none || k.count != 0 || k.how == kind::special)
+                if (k.out == cfg::keys::sent::none || k.out == cfg::keys::sent::own_format || k.count != 0 ||
+                    k.how == kind::special)
                     continue;
                 if (names.count(std::string(k.wire_name())) == 0)
                     continue; // another writer of the table sends it (checked below)

@@ -14,42 +14,6 @@ namespace {
 using support::fresh_image;
 using support::parse;
 
-TEST(RegexDialPlan, HandlerKeys)
-{
-    const std::string regex_1200(1200, 'r');
-    // The image starts from regex_on 7, proto "old", regex "old", start_timer 50.
-    const struct {
-        std::string params; // the node's param lines
-        uint32_t regex_on;
-        std::string proto, regex;
-        uint32_t start_timer;
-    } rows[] = {
-        {"start_timer = 5", 7, "old", "old", 300}, {"start_timer =", 7, "old", "old", 300},
-        {"start_timer = 10", 7, "old", "old", 10}, {"start_timer = 301", 7, "old", "old", 300},
-        {"regex_on = y", 1, "old", "old", 50}, {"regex_onward = 1", 1, "old", "old", 50}, // prefix of "regex_on"
-        {"regex = x_on", 7, "old", "x_on", 50}, {"regexp = [0-9]+", 7, "old", "[0-9]+", 50}, // prefix of "regex"
-        {"regex = " + regex_1200, 7, "old", std::string(1000, 'r'), 50}, {"regex =", 7, "old", "", 50},
-        {"proto = \"\"", 7, "", "old", 50}, {"proto = 0123456789abcdefXYZ", 7, "0123456789abcde", "old", 50},
-        {"start = 10\n timer = 10\n other = 1", 7, "old", "old", 50}, // unknown names
-    };
-    for (const auto &r : rows) {
-        SCOPED_TRACE(r.params);
-        auto image = fresh_image();
-        profile_dialplan_cfg_t &plan = image->dialplans[4];
-        plan.regex_on = 7;
-        std::strcpy(plan.proto, "old");
-        std::strcpy(plan.regex, "old");
-        plan.start_timer = 50;
-        parse(*image, "[config.VOIP.profile.profile_4.regexprd]\n " + r.params + "\n");
-        EXPECT_EQ(plan.regex_on, r.regex_on);
-        EXPECT_EQ(plan.proto, r.proto);
-        EXPECT_EQ(plan.regex, r.regex);
-        EXPECT_EQ(plan.start_timer, r.start_timer);
-        EXPECT_NE(image->dialplans_updated[4], 0u);
-        EXPECT_TRUE(support::lock_is_free());
-    }
-}
-
 TEST(RegexDialPlan, NodeWithoutParamsOnlyStamps)
 {
     auto image = fresh_image();

@@ -1,6 +1,7 @@
 // Dial-plan rules of a profile: "config.VOIP.profile.profile_N.dialplan",
 // one "dialplan_R" param per rule, R from 0 to 299.
 #include "universalConfigParser/handlers.h"
+#include "cfgmngr/key_tables.h"
 #include "universalConfigParser/profile_number.h"
 
 namespace cfg::handlers {
@@ -8,8 +9,6 @@ namespace {
 
 void store_rule(profile_dialplan_cfg_t &plan, const parse::param &p, uint32_t max_ports) noexcept
 {
-    if (!p.is("dialplan"))
-        return;
     // The rule number: the decimal digits right after the first '_' (no
     // blank or sign before them); a name without them is dropped.
     const char *after = numbers::after_underscore(p.name());
@@ -38,8 +37,10 @@ node_end dialplan(cfg_image_t &image, node &n)
         return node_end::stop;
     profile_dialplan_cfg_t &plan = image.dialplans[profile];
     while (parse::param p = parse::next_param(n)) {
+        const bool is_rule = keys::find(keys::dialplan, p.name_view()) != nullptr;
         const parse::image_lock lock;
-        store_rule(plan, p, image.max_ports);
+        if (is_rule)
+            store_rule(plan, p, image.max_ports);
     }
     return parse::finish_node(n, image.dialplans_updated[profile]);
 }

@@ -1,7 +1,8 @@
 // Hunt groups: "config.VOIP.groups.group_N" (subscriber ports) and
 // "config.VOIP.groups.fxo_group_N" (line ports), N = 0..31.
 #include "universalConfigParser/handlers.h"
-#include "universalConfigParser/store.h"
+#include "cfgmngr/key_tables.h"
+#include "universalConfigParser/text_numbers.h"
 
 #include <cstring>
 #include <iterator>
@@ -19,25 +20,6 @@ void store_ports(const cfg_image_t &image, group_cfg_t &g, const char *value) no
     }
     // A refused list leaves the group without ports.
     cfgpars_group_ports_string_to_t(&g, value, &image);
-}
-
-// `v` is null for a param sent as "" (an empty value).
-void store_group(const cfg_image_t &image, group_cfg_t &g, const parse::param &p,
-                 const char *v) noexcept
-{
-    if (p.is("enabled"))              return store::checkbox(g.enabled, v);
-    if (p.is("transmit_number"))      return store::checkbox(g.transmit_number, v);
-    if (p.is("dont_transmit_prefix")) return store::checkbox(g.dont_transmit_prefix, v);
-    if (p.is("fxo_call_busy"))        return store::checkbox(g.fxo_call_busy, v);
-    if (p.is("type"))                 return store::digit(g.type, v, 0, 4, 0);
-    if (p.is("busy"))                 return store::digit(g.busy, v, 0, 1, 0);
-    if (p.is("phone"))                return store::text(g.phone, v);
-    if (p.is("timeout"))              return store::digit(g.timeout, v, 5, 120, 0);
-    if (p.is("sip_port"))             return store::digit(g.sip_port, v, 0, 65535, 0);
-    if (p.is("name"))                 return store::text(g.name, v);
-    if (p.is("password"))             return store::text(g.password, v);
-    if (p.is("ports"))                return store_ports(image, g, v);
-    if (p.is("profile_id"))           return store::digit(g.profile_id, v, 0, 7, 0);
 }
 
 } // namespace
@@ -80,9 +62,15 @@ node_end groups(cfg_image_t &image, node &n)
             continue;
         if (std::strcmp(value, "\"\"") == 0)
             value = nullptr;
+        const keys::key *k = keys::find(keys::groups, p.name_view());
         const parse::image_lock lock;
         group.valid = 1;
-        store_group(image, group, p, value);
+        if (k == nullptr)
+            continue;
+        if (k->special == keys::rule::group_ports)
+            store_ports(image, group, value);
+        else
+            keys::store(*k, &group, value);
     }
     return parse::finish_node(n, list.updated);
 }

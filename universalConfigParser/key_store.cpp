@@ -4,7 +4,10 @@
 #include "universalConfigParser/list_params.h"
 #include "universalConfigParser/text_numbers.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 namespace cfg::keys {
 namespace {
@@ -104,6 +107,46 @@ void store_route(route_t &r, const char *value) noexcept
         lists::scan_word(r.extra, rest);
 }
 
+// Flag numbers separated by ",", e.g. "0,2,5". A piece whose value lies
+// outside 0..flags-1 is ignored; a piece without digits counts as 0. Empty
+// pieces (two commas in a row, a comma at either end) name no flag, so a
+// stray comma does not turn on flag 0. Only the first 255 characters count.
+uint32_t flag_list(const char *value, int32_t flags) noexcept
+{
+    uint32_t set = 0;
+    if (numbers::absent(value))
+        return set;
+    char text[256] = {};
+    std::memcpy(text, value, strnlen(value, sizeof text - 1));
+    const char *piece = text;
+    for (;;) {
+        const char *comma = std::strchr(piece, ',');
+        const bool empty = comma == piece || *piece == '\0';
+        if (!empty) {
+            const int32_t k = numbers::entry_within(piece, flags, 0);
+            if (k >= 0)
+                set |= 1u << k;
+        }
+        if (comma == nullptr)
+            return set;
+        piece = comma + 1;
+    }
+}
+
+bool begins(const char *value, std::string_view word) noexcept
+{
+    return value != nullptr && std::string_view(value).starts_with(word);
+}
+
+// Part of a value into a text field of `size` bytes, cut to size - 1
+// characters, the rest of the field zero-filled.
+void text_part(uint8_t *at, std::size_t size, std::string_view part) noexcept
+{
+    std::memset(at, 0, size);
+    if (!part.empty())
+        std::memcpy(at, part.data(), std::min(part.size(), size - 1));
+}
+
 void store_special(const key &k, uint8_t *at, void *record, const char *value, unsigned entry) noexcept
 {
     const auto min = static_cast<int32_t>(k.min);
@@ -178,6 +221,45 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value, u
         // The rule text is split in place: the value is the param's own heap
         // copy, made for this param alone and freed right after the store.
         firewall_rule_string_to_t(const_cast<char *>(value), reinterpret_cast<firewall_rule_t *>(at));
+    // ---- rules of the VoIP sections
+    case rule::not_kept:
+        return;
+    case rule::one_or_default:
+        return put(k, at, !numbers::absent(value) && numbers::parse_int(value) == 1 ? 1 : def);
+    case rule::inverse_checkbox:
+        return put(k, at, 1 - get_checkbox(value));
+    case rule::on_unless_zero:
+        return put(k, at, numbers::absent(value) || numbers::parse_int(value) != 0 ? 1 : 0);
+    case rule::dtmf_mime:
+        return put(k, at, begins(value, "dtmfr") ? 0 : begins(value, "dtmf") ? 1 : begins(value, "audio") ? 2 : 0);
+    case rule::hookflash_mime:
+        return put(k, at, begins(value, "dtmf")        ? 1
+                          : begins(value, "hookf")     ? 0
+                          : begins(value, "sscc")      ? 3
+                          : begins(value, "broadsoft") ? 2
+                                                       : 0);
+    case rule::user_at_host: {
+        // Both texts are zero-filled first, so an empty part clears its field.
+        const std::string_view text = numbers::absent(value) ? std::string_view() : value;
+        const std::size_t sep = text.find('@');
+        text_part(at, k.at.size, text.substr(0, sep));
+        text_part(static_cast<uint8_t *>(record) + k.aux, static_cast<std::size_t>(k.max),
+                  sep == std::string_view::npos ? std::string_view() : text.substr(sep + 1));
+        return;
+    }
+    case rule::server_text:
+        return get_string(reinterpret_cast<char *>(at), k.at.size, value);
+    case rule::clamped: {
+        // The 64-bit conversion saturates, so a huge text is held at max.
+        const long long n = numbers::absent(value) ? 0 : std::strtoll(value, nullptr, 10);
+        return put(k, at, n < k.min ? k.min : n > k.max ? k.max : n);
+    }
+    case rule::flag_list:
+        return put(k, at, flag_list(value, static_cast<int32_t>(k.max) + 1));
+    case rule::group_ports:   // the handlers store these with their own parsers
+    case rule::limit_line:
+    case rule::modifier_rule:
+    case rule::dial_plan_line:
         return;
     }
 }

@@ -1,7 +1,8 @@
 // Call limits: "config.VOIP.limits", params "limit_0" .. "limit_29", each
 // value a target word and a number ("[proxy]" or any other word).
 #include "universalConfigParser/handlers.h"
-#include "universalConfigParser/store.h"
+#include "cfgmngr/key_tables.h"
+#include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
 #include <cctype>
@@ -54,7 +55,7 @@ node_end limits(cfg_image_t &image, node &n)
 {
     limit_cfg_t &r = image.limits;
     while (parse::param p = parse::next_param(n)) {
-        if (!p.is("limit"))
+        if (keys::find(keys::limits, p.name_view()) == nullptr)
             continue;
         // The digits after the first "_" of the name; -1 for none.
         const int32_t i = numbers::entry_number(numbers::after_underscore(p.name()));

@@ -1,7 +1,8 @@
 // Number modifiers: "config.VOIP.modifiers.modifier_M" (M = 0..15), params
 // "mod_rule_0" .. "mod_rule_31", each value a line of three words.
 #include "universalConfigParser/handlers.h"
-#include "universalConfigParser/store.h"
+#include "cfgmngr/key_tables.h"
+#include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
 #include <cctype>
@@ -56,11 +57,11 @@ void store_rule(mod_rule_t &rule, const char *value) noexcept
     put_word(rule.word3, w3);
 }
 
-void store_modifier(modifier_cfg_t &m, const parse::param &p) noexcept
+void store_modifier(modifier_cfg_t &m, const parse::param &p, bool is_rule) noexcept
 {
     const char *v = p.value();
     cfg_trace(3, "paramName: %s, paramValue: %s", p.name(), v != nullptr ? v : "");
-    if (!p.is("mod_rule_"))
+    if (!is_rule)
         return;
     // The rule number: the digits after the last "_" of the name.
     const int32_t r =
@@ -90,8 +91,9 @@ node_end modifiers(cfg_image_t &image, node &n)
     cfg_trace(3, "Path: %s; countParams: %d", n.path, static_cast<int>(n.param_count));
     modifier_cfg_t &modifier = image.modifiers[m];
     while (parse::param p = parse::next_param(n)) {
+        const bool is_rule = keys::find(keys::modifiers, p.name_view()) != nullptr;
         const parse::image_lock lock;
-        store_modifier(modifier, p);
+        store_modifier(modifier, p, is_rule);
     }
     // No time-stamp: the modifier record has none, and its count is the
     // recount's alone.
