@@ -102,6 +102,19 @@ enum class sent : uint8_t {
     own_format,    // sent by the writer's own code (list lines, version words)
 };
 
+// Where the entry number of a numbered key stands in a param name, and how
+// it is read. "%d" forms take white space and a sign before the digits and
+// ignore what follows them.
+enum class entry_form : uint8_t {
+    after_key,                  // "prio3": "%d" right after the key
+    after_key_underscore,       // "proxy_2": "%d" after a '_' right after the key
+    after_underscore,           // "host_3": "%d" after the name's first '_'
+    digits_after_underscore,    // "limit_3": nothing but digits after the first '_'
+    digits_after_last_underscore, // "mod_rule_3": nothing but digits after the last '_'
+    leading_digits_after_underscore, // "dialplan_3": digits right after the first '_'
+    rule_then_key,              // "vtu3.vid": "vtu", "%d", '.', then the key
+};
+
 // Where a value lands: `size` bytes at `offset` of the section's record, or
 // `width` bits from bit `bit` of that member (width 0: the whole member).
 // Keys that carry an entry number after them ("prio3") address entry n at
@@ -129,6 +142,8 @@ struct key {
     uint16_t aux = 0;              // rule::text_and_flag: offset of the flag
     uint16_t count = 0;            // numbered keys: entries 0..count-1
     uint16_t stride = 0;           // numbered keys: bytes between entries
+    entry_form entry = entry_form::after_key; // numbered keys: where the number stands
+    int16_t missing = -1;          // numbered keys: the entry of a name without a number (-1: none)
 
     // The writers' name for the key.
     constexpr std::string_view wire_name() const noexcept { return sent_name.empty() ? name : sent_name; }
@@ -153,11 +168,14 @@ struct key {
         return k;
     }
     constexpr key not_sent() const noexcept { return sent_as(sent::none); }
-    constexpr key numbered(uint16_t entries, uint16_t bytes_between) const noexcept
+    constexpr key numbered(uint16_t entries, uint16_t bytes_between, entry_form form = entry_form::after_key,
+                           int16_t without_number = -1) const noexcept
     {
         key k = *this;
         k.count = entries;
         k.stride = bytes_between;
+        k.entry = form;
+        k.missing = without_number;
         return k;
     }
 };
@@ -386,6 +404,18 @@ consteval auto pick(const key (&rows)[N], Names... names)
 {
     return std::array<uint16_t, sizeof...(Names)>{position(rows, std::string_view(names))...};
 }
+
+// The entry a param name addresses for a numbered key (found for this name):
+// 0..count-1, or -1 when the name has no usable number (or a number out of
+// range). rule_then_key names are split by split_rule_name instead.
+int32_t entry_of(const key &k, const char *name) noexcept;
+
+// "vtu<rule>.<field>": the rule number, a literal '.', then the field word
+// (white space before it skipped, ending at white space, at most 15
+// characters). False for a name without both parts or a rule outside
+// 0..rules-1.
+bool split_rule_name(std::string_view prefix, const char *name, int32_t rules, int32_t &rule,
+                     std::string_view &field) noexcept;
 
 // ---------------------------------------------------------------------------
 // Stores and reads.

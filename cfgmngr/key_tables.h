@@ -5,6 +5,7 @@
 
 #include "cfgmngr/key_table.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -45,10 +46,18 @@ extern const table mac_filter;
 extern const table routes;
 extern const table firewall;
 
+// How a node's params are stored.
+enum class node_rules : uint8_t {
+    keyed, // each param by its row, as the row's kind says
+    group, // hunt groups: a param without a value leaves the group alone, any
+           // other marks the group valid ("" empties a field)
+};
+
 // A kind of node the parser stores with a key table: its path, where a
 // numbered part ("port_{0..71}") stands as `{first..last}`, and where its
 // record lies in the image (entry n at image_offset + n * stride; stride is
-// the record's size also where the node is not numbered).
+// the record's size also where the node is not numbered). A second numbered
+// part ("sip_cadence_{0..15}" of a profile) steps by inner_stride.
 struct node_kind {
     std::string_view path;
     const table *keys;
@@ -58,6 +67,14 @@ struct node_kind {
     uint16_t first; // numbered part: first..last (both 0: not numbered)
     uint16_t last;
     std::string_view writer; // the writer that sends the node, empty: none
+    uint32_t inner_stride = 0;
+    uint16_t inner_last = 0;
+    node_rules rules = node_rules::keyed;
+
+    std::size_t record_offset(unsigned outer, unsigned inner = 0) const noexcept
+    {
+        return image_offset + std::size_t{outer} * stride + std::size_t{inner} * inner_stride;
+    }
 };
 
 // Every keyed node kind, in the order of the parser's classification.

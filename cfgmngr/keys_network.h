@@ -214,7 +214,9 @@ inline constexpr key ipsec_keys[] = {
 
 // The lists: entries "<key>_<n>", each a line of its own format; the writers
 // renumber the filled entries from 0.
-#define LIST(key, entries, stride) key.numbered(entries, stride).sent_as(sent::own_format)
+// A name without a number is ignored, but for the MAC filter's entry 0.
+#define LIST(key, entries, stride) \
+    key.numbered(entries, stride, entry_form::after_underscore).sent_as(sent::own_format)
 
 // "config.Network.hosts": "<address> <name>" per host.
 inline constexpr key hosts_keys[] = {
@@ -226,7 +228,9 @@ inline constexpr key hosts_keys[] = {
 #define F(member) CFG_FIELD(mac_filter_cfg_t, member)
 inline constexpr key mac_filter_keys[] = {
     text("mac_filter_mode", F(mode)),
-    LIST(special("client", F(client[0]), rule::entry_text), CFG_MAC_CLIENTS, sizeof(mac_filter_cfg_t::client[0])),
+    special("client", F(client[0]), rule::entry_text)
+        .numbered(CFG_MAC_CLIENTS, sizeof(mac_filter_cfg_t::client[0]), entry_form::after_underscore, 0)
+        .sent_as(sent::own_format),
 };
 #undef F
 

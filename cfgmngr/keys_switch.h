@@ -17,7 +17,7 @@ namespace cfg::keys {
 // number addresses port 0), then five switch-wide masks. Masks travel as
 // "0x%x"; the empty-param values of the DiffServ masks give every 2-bit
 // group of the Nth mask the value N.
-#define PORT(key) key.numbered(CFG_SWITCH_PORTS, sizeof(qos_port_t))
+#define PORT(key) key.numbered(CFG_SWITCH_PORTS, sizeof(qos_port_t), entry_form::after_key, 0)
 inline constexpr key switch_qos_keys[] = {
     PORT(number("prio", F(qos_port[0].prio), 0)),
     PORT(number("qos_mode", F(qos_port[0].qos_mode), 3)),
@@ -36,7 +36,7 @@ inline constexpr key switch_qos_keys[] = {
 
 // "config.Switch.vlan": every key but "hubmode" carries the VLAN number
 // 0..5 ("vid3"); a name without a number is ignored.
-#define VLAN(key) key.numbered(CFG_SWITCH_PORTS, sizeof(switch_vlan_t))
+#define VLAN(key) key.numbered(CFG_SWITCH_PORTS, sizeof(switch_vlan_t), entry_form::after_key)
 inline constexpr key switch_vlan_keys[] = {
     VLAN(special("portmask", F(vlan[0].portmask), rule::port_flags).sent_as(sent::own_format)),
     VLAN(text("portmode", F(vlan[0].portmode))),
@@ -57,7 +57,7 @@ inline constexpr key switch_vlan_keys[] = {
 // the rows are the field words, matched over their own length. Numbers go
 // out unsigned (-1 as 4294967295). Only "vid" says whether the rule is in use.
 #define F(member) CFG_FIELD(vtu_rule_t, member)
-#define RULE(key) key.numbered(CFG_VTU_RULES, sizeof(vtu_rule_t)).sent_as(sent::uint)
+#define RULE(key) key.numbered(CFG_VTU_RULES, sizeof(vtu_rule_t), entry_form::rule_then_key).sent_as(sent::uint)
 inline constexpr key switch_vtu_keys[] = {
     RULE(special("vid", F(vid), rule::vtu_vid)),
     RULE(number("override", F(override))),

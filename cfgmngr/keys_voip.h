@@ -99,9 +99,11 @@ inline constexpr key sip_profile_keys[] = {
     special("dtmfmime", F(dtmfmime), rule::dtmf_mime).sent_as(sent::own_format),
     special("hfmime", F(hfmime), rule::hookflash_mime).sent_as(sent::own_format),
     special("proxy", F(servers[0].proxy), rule::server_text)
-        .numbered(CFG_SIP_SERVERS, sizeof(sip_server_t)).sent_as(sent::own_format),
+        .numbered(CFG_SIP_SERVERS, sizeof(sip_server_t), entry_form::after_key_underscore, 0)
+        .sent_as(sent::own_format),
     special("regrar", F(servers[0].regrar), rule::server_text)
-        .numbered(CFG_SIP_SERVERS, sizeof(sip_server_t)).sent_as(sent::own_format),
+        .numbered(CFG_SIP_SERVERS, sizeof(sip_server_t), entry_form::after_key_underscore, 0)
+        .sent_as(sent::own_format),
     checkbox("reduce_sdp_media_count", F(reduce_sdp_media_count)),
     checkbox("p_rtp_stat", F(p_rtp_stat)),
     special("no_replaces", F(replaces), rule::inverse_checkbox).sent_as(sent::own_format),
@@ -309,7 +311,8 @@ inline constexpr key regexprd_keys[] = {
 // "dialplan_R", R 0..299, each a rule line of its own format.
 inline constexpr key dialplan_keys[] = {
     special("dialplan", CFG_FIELD(profile_dialplan_cfg_t, entries[0]), rule::dial_plan_line)
-        .numbered(CFG_DIALPLAN_ENTRIES, sizeof(dial_plan_t)).sent_as(sent::own_format),
+        .numbered(CFG_DIALPLAN_ENTRIES, sizeof(dial_plan_t), entry_form::leading_digits_after_underscore)
+        .sent_as(sent::own_format),
 };
 
 // ---------------------------------------------------------------------------
@@ -337,7 +340,8 @@ inline constexpr key group_keys[] = {
 // and a number, kept in parallel arrays.
 inline constexpr key limit_keys[] = {
     special("limit", CFG_FIELD(limit_cfg_t, target[0]), rule::limit_line)
-        .numbered(CFG_LIMITS, sizeof(limit_cfg_t{}.target[0])).sent_as(sent::own_format),
+        .numbered(CFG_LIMITS, sizeof(limit_cfg_t{}.target[0]), entry_form::digits_after_underscore)
+        .sent_as(sent::own_format),
 };
 
 // ---------------------------------------------------------------------------
@@ -345,7 +349,8 @@ inline constexpr key limit_keys[] = {
 // R 0..31, each a line of three words.
 inline constexpr key modifier_keys[] = {
     special("mod_rule_", CFG_FIELD(modifier_cfg_t, rules[0]), rule::modifier_rule)
-        .numbered(CFG_MODIFIER_RULES, sizeof(mod_rule_t)).sent_as(sent::own_format),
+        .numbered(CFG_MODIFIER_RULES, sizeof(mod_rule_t), entry_form::digits_after_last_underscore)
+        .sent_as(sent::own_format),
 };
 
 } // namespace cfg::keys

@@ -128,6 +128,12 @@ TEST_F(SchemaCheck, SamplesApplyToTheirReference)
 TEST_F(SchemaCheck, CheckReportsEachKindOfFinding)
 {
     const std::string full = (source_dir() / "examples" / "full-config.msg").string();
+    for (const char *clean : {"full-config.msg", "sample.msg"}) {
+        const result r = run("check " + (source_dir() / "examples" / clean).string());
+        EXPECT_EQ(r.status, 0) << clean << "\n" << r.out;
+        EXPECT_EQ(r.out, "") << clean;
+    }
+
     const std::string findings = (source_dir() / "examples" / "check-findings.txt").string();
     const result r = run("check " + findings);
     EXPECT_EQ(r.status, 1);

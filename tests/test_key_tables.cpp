@@ -20,52 +20,60 @@ using cfg::keys::key;
 using cfg::keys::kind;
 using cfg::keys::node_kind;
 
-// The path of entry `n` of a node kind ("port_{0..71}" -> "port_5").
-std::string concrete_path(const node_kind &nk, unsigned n)
+using cfg::keys::entry_form;
+
+// The path of record `n` (and `inner`) of a node kind ("port_{0..71}" ->
+// "port_5").
+std::string concrete_path(const node_kind &nk, unsigned n, unsigned inner = 0)
 {
     std::string path(nk.path);
-    const auto open = path.find('{');
-    if (open != std::string::npos)
-        path.replace(open, path.find('}') - open + 1, std::to_string(n));
+    for (const unsigned number : {n, inner}) {
+        const auto open = path.find('{');
+        if (open != std::string::npos)
+            path.replace(open, path.find('}') - open + 1, std::to_string(number));
+    }
     return path;
 }
 
-// The VTU rules name their entry before the key ("vtu3.vid").
-bool entry_before_key(const node_kind &nk)
-{
-    return nk.path == "config.Switch.vtu";
-}
-
 // A param name that selects the row (entry `entry` of a numbered key).
-std::string param_name(const node_kind &nk, const key &k, unsigned entry)
+std::string param_name(const node_kind &, const key &k, unsigned entry)
 {
-    if (entry_before_key(nk))
-        return "vtu" + std::to_string(entry) + "." + std::string(k.name);
-    std::string name(k.name);
-    if (k.count != 0)
-        name += std::to_string(entry);
-    return name;
+    const std::string name(k.name), n = std::to_string(entry);
+    if (k.count == 0)
+        return name;
+    switch (k.entry) {
+    case entry_form::after_key:
+    case entry_form::digits_after_last_underscore: return name + n; // "prio3", "mod_rule_3"
+    case entry_form::rule_then_key: return "vtu" + n + "." + name;
+    default: return name + "_" + n;
+    }
 }
 
 // The row a param name selects.
 const key *row_of(const node_kind &nk, const std::string &name)
 {
-    if (entry_before_key(nk)) {
-        const auto dot = name.find('.');
-        return dot == std::string::npos ? nullptr : cfg::keys::find(*nk.keys, name.substr(dot + 1));
-    }
+    int32_t rule = 0;
+    std::string_view field;
+    if (cfg::keys::split_rule_name("vtu", name.c_str(), CFG_VTU_RULES, rule, field))
+        return cfg::keys::find(*nk.keys, field);
     return cfg::keys::find(*nk.keys, name);
 }
 
 struct place {
     const node_kind *nk;
     unsigned node_entry; // which record of the node kind
+    unsigned inner = 0;  // which record of its second numbered part
     unsigned key_entry;  // which entry of a numbered key
 };
 
+std::size_t record_size(const place &at)
+{
+    return at.nk->inner_stride != 0 ? at.nk->inner_stride : at.nk->stride;
+}
+
 const uint8_t *record_of(const cfg_image_t &image, const place &at)
 {
-    return reinterpret_cast<const uint8_t *>(&image) + at.nk->image_offset + at.node_entry * at.nk->stride;
+    return reinterpret_cast<const uint8_t *>(&image) + at.nk->record_offset(at.node_entry, at.inner);
 }
 
 // The value of a number as the member's type holds it.
@@ -96,7 +104,7 @@ support::image_ptr parse_one(const place &at, const key &k, const std::optional<
                              const std::string &before = {})
 {
     auto image = support::fresh_image();
-    support::parse(*image, node_text(concrete_path(*at.nk, at.nk->first + at.node_entry),
+    support::parse(*image, node_text(concrete_path(*at.nk, at.nk->first + at.node_entry, at.inner),
                                      before + param_line(param_name(*at.nk, k, at.key_entry), value)));
     return image;
 }
@@ -112,17 +120,20 @@ std::string stored_text(const cfg_image_t &image, const place &at, const key &k)
     return std::string(bytes, strnlen(bytes, k.at.size));
 }
 
-// Every row of every node kind, at the last record of the node kind and the
-// last entry of a numbered key.
+// Every row of every keyed node kind, at the last record of the node kind and
+// the last entry of a numbered key. (Hunt groups follow rules of their own,
+// which their tests check.)
 template <typename Check>
 void for_every_row(Check check)
 {
     for (const node_kind &nk : cfg::keys::node_kinds()) {
-        const place at{&nk, static_cast<unsigned>(nk.last - nk.first), 0};
+        if (nk.rules != cfg::keys::node_rules::keyed)
+            continue;
+        const place at{&nk, static_cast<unsigned>(nk.last - nk.first), 0, nk.inner_last};
         for (const key &k : nk.keys->rows) {
             place p = at;
             p.key_entry = k.count == 0 ? 0 : k.count - 1u;
-            SCOPED_TRACE(concrete_path(nk, nk.last) + " " + param_name(nk, k, p.key_entry));
+            SCOPED_TRACE(concrete_path(nk, nk.last, nk.inner_last) + " " + param_name(nk, k, p.key_entry));
             check(p, k);
         }
     }
@@ -283,12 +294,12 @@ TEST(KeyTables, AValueChangesOnlyItsMember)
         const uint8_t *was = record_of(*fresh, at);
         const std::size_t from = k.at.offset + at.key_entry * std::size_t{k.stride};
         const std::size_t own_mask = k.at.width == 0 ? 0 : ((std::size_t{1} << k.at.width) - 1) << k.at.bit;
-        for (std::size_t i = 0; i < at.nk->stride; ++i) {
+        for (std::size_t i = 0; i < record_size(at); ++i) {
             const bool own = i >= from && i < from + k.at.size;
             const auto mine = static_cast<uint8_t>(own ? (k.at.width == 0 ? 0xff : own_mask >> (8 * (i - from))) : 0);
             if ((got[i] & ~mine & 0xff) == (was[i] & ~mine & 0xff))
                 continue;
-            if (i % 4 == 0 && i + 4 <= at.nk->stride && is_stamp(got + i)) {
+            if (i % 4 == 0 && i + 4 <= record_size(at) && is_stamp(got + i)) {
                 i += 3;
                 continue;
             }
@@ -335,6 +346,7 @@ const std::map<std::string_view, std::vector<writer_call>> &writers()
         // ---- VoIP sections
         {"profile_codecs_save", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_codecs_save(c, static_cast<int>(n), &i.profiles[n]); }}},
         {"dialplan_profile_save", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return dialplan_profile_save(c, static_cast<int>(n), &i.dialplan_profiles[n]); }}},
+        {"profile_alert_info_save", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_alert_info_save(c, static_cast<int>(n), &i.profiles[n]); }}},
         {"profile_sip_save", {[](uint8_t **c, const cfg_image_t &i, unsigned n) { return profile_sip_save(c, static_cast<int>(n), &i.profiles[n]); }}},
         {"h323_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return h323_save(c, &i.h323); }}},
         {"RANGE_save", {[](uint8_t **c, const cfg_image_t &i, unsigned) { return RANGE_save(c, &i.h323); }}},
@@ -373,18 +385,20 @@ TEST(KeyTables, WritersSendTheirRowsBackToTheSameMembers)
 {
     std::map<const cfg::keys::table *, std::set<std::string>> sent_by_any;
     for (const node_kind &nk : cfg::keys::node_kinds()) {
+        if (nk.rules != cfg::keys::node_rules::keyed)
+            continue;
         SCOPED_TRACE(nk.path);
         const auto calls = writers().find(nk.writer);
         ASSERT_NE(calls, writers().end()) << "no writer call for " << nk.writer;
         const unsigned n = nk.last - nk.first;
-        const place at{&nk, n, 0};
+        const place at{&nk, n, 0, nk.inner_last};
         std::string params;
         for (std::size_t r = 0; r < nk.keys->rows.size(); ++r) {
             const key &k = nk.keys->rows[r];
             if (const auto v = telling_value(k, r); v && k.count == 0)
                 params += param_line(std::string(k.name), v);
         }
-        const std::string path = concrete_path(nk, nk.first + n);
+        const std::string path = concrete_path(nk, nk.first + n, nk.inner_last);
         auto first = support::fresh_image();
         support::parse(*first, node_text(path, params));
         for (const writer_call &call : calls->second) {
@@ -412,6 +426,8 @@ TEST(KeyTables, WritersSendTheirRowsBackToTheSameMembers)
     }
     // The rows marked as sent are the names the writers send.
     for (const node_kind &nk : cfg::keys::node_kinds()) {
+        if (nk.rules != cfg::keys::node_rules::keyed)
+            continue;
         std::set<std::string> marked;
         for (const key &k : nk.keys->rows)
             if (k.out != cfg::keys::sent::none && k.count == 0)

@@ -118,53 +118,67 @@ bool comparable(const key &k)
 
 // The node kind the parser stores a path with: the first kind (in the
 // parser's order) whose path is the path's beginning (numbered kinds: the
-// path itself, with its number in range).
-const node_kind *kind_of(const std::string &path, unsigned &entry)
+// path itself, with its numbers in range), and the offset of its record.
+const node_kind *kind_of(const std::string &path, std::size_t &record)
 {
     for (const node_kind &nk : cfg::keys::node_kinds()) {
         const bool numbered = nk.path.find('{') != std::string_view::npos;
         if (numbered) {
             if (const auto n = path_entry(nk.path, path)) {
-                entry = *n;
+                record = nk.record_offset((*n)[0], (*n)[1]);
                 return &nk;
             }
         } else if (std::string_view(path).starts_with(nk.path)) {
-            entry = 0;
+            record = nk.record_offset(0);
             return &nk;
         }
     }
     return nullptr;
 }
 
-// The entry number after a numbered key ("prio3"): read as "%d"; -1 when
-// missing or out of range.
-int key_entry(const key &k, const std::string &name)
+// The row and entry a param name addresses in a node kind; entry -1 when
+// the name's entry number is missing or out of range.
+const key *row_of(const node_kind &nk, const std::string &name, int &entry)
 {
-    const char *digits = name.c_str() + k.name.size();
-    if (!has_number(digits))
-        return -1;
-    const long long n = std::strtoll(digits, nullptr, 10);
-    return n >= 0 && n < k.count ? static_cast<int>(n) : -1;
+    entry = 0;
+    const key *k = nullptr;
+    int32_t rule = 0;
+    std::string_view field;
+    if (!nk.keys->rows.empty() && nk.keys->rows[0].entry == cfg::keys::entry_form::rule_then_key) {
+        if (!cfg::keys::split_rule_name("vtu", name.c_str(), CFG_VTU_RULES, rule, field))
+            return nullptr;
+        k = cfg::keys::find(*nk.keys, field);
+        entry = rule;
+        return k;
+    }
+    k = cfg::keys::find(*nk.keys, name);
+    if (k != nullptr && k->count != 0)
+        entry = cfg::keys::entry_of(*k, name.c_str());
+    return k;
 }
 
 void check_message(const std::string &file, const message &msg, cfg_image_t &image, std::vector<finding> &out)
 {
     for (const node &nd : msg.nodes) {
-        unsigned entry = 0;
-        const node_kind *nk = kind_of(nd.path, entry);
+        std::size_t at = 0;
+        const node_kind *nk = kind_of(nd.path, at);
         if (nk == nullptr) {
             out.push_back({file, nd.path, "", std::nullopt, std::nullopt, "unknown node: skipped"});
             continue;
         }
-        auto *record = reinterpret_cast<uint8_t *>(&image) + nk->image_offset + std::size_t{entry} * nk->stride;
+        auto *record = reinterpret_cast<uint8_t *>(&image) + at;
+        const bool group = nk->rules == cfg::keys::node_rules::group;
         for (const param &p : nd.params) {
-            const key *k = cfg::keys::find(*nk->keys, p.name);
+            // A hunt group keeps what a param without a value names.
+            if (group && !p.value)
+                continue;
+            int n = 0;
+            const key *k = row_of(*nk, p.name, n);
             if (k == nullptr) {
                 out.push_back({file, nd.path, p.name, p.value, std::nullopt, "unknown key: ignored"});
                 continue;
             }
-            int n = 0;
-            if (k->count != 0 && (n = key_entry(*k, p.name)) < 0) {
+            if (n < 0) {
                 out.push_back({file, nd.path, p.name, p.value, std::nullopt, "entry number out of range: ignored"});
                 continue;
             }
@@ -174,8 +188,8 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
             if (!comparable(*k))
                 continue;
             const std::string stored = stored_text(*k, record, static_cast<unsigned>(n));
-            if (stored == (value == nullptr ? "" : value))
-                continue;
+            if (stored == (value == nullptr ? "" : value) || (value == nullptr && stored == "0"))
+                continue; // stored as sent (no value clears a number)
             out.push_back({file, nd.path, p.name, p.value, stored, why(*k, value, stored)});
         }
     }
@@ -185,16 +199,15 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
 
 std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value)
 {
-    unsigned entry = 0;
-    const node_kind *nk = kind_of(std::string(path), entry);
+    std::size_t at = 0;
+    const node_kind *nk = kind_of(std::string(path), at);
     if (nk == nullptr)
         return std::nullopt; // nothing known about the node
-    const std::string name(param);
-    const key *k = cfg::keys::find(*nk->keys, name);
+    int n = 0;
+    const key *k = row_of(*nk, std::string(param), n);
     if (k == nullptr)
         return "no such key: the library ignores it";
-    int n = 0;
-    if (k->count != 0 && (n = key_entry(*k, name)) < 0)
+    if (n < 0)
         return "entry number out of range: the library ignores it";
     std::vector<uint8_t> record(nk->stride, 0);
     const std::string text(value);
@@ -203,7 +216,7 @@ std::optional<std::string> value_warning(std::string_view path, std::string_view
     if (!comparable(*k))
         return std::nullopt;
     const std::string stored = stored_text(*k, record.data(), static_cast<unsigned>(n));
-    if (stored == (v == nullptr ? "" : text))
+    if (stored == (v == nullptr ? "" : text) || (v == nullptr && stored == "0"))
         return std::nullopt;
     return "stored as \"" + stored + "\": " + why(*k, v, stored);
 }
@@ -227,8 +240,9 @@ const char *const check_help =
     "  longer than its field: the text was cut\n"
     "  unknown key: ignored; unknown node: skipped\n"
     "  malformed message: where the message stopped\n"
-    "List entries with formats of their own (dial-plan rules, hosts, routes,\n"
-    "...) are stored but not compared.\n"
+    "A param without a value that clears its field (an empty text, 0) counts\n"
+    "as stored as sent. List entries with formats of their own (dial-plan\n"
+    "rules, hosts, routes, ...) are stored but not compared.\n"
     "\n"
     "options:\n"
     "  --ports N  max_ports of the image (0..72, default 72)\n"

@@ -23,7 +23,7 @@ namespace {
 struct walk {
     bool whole_path = false;    // the path ran out while it agreed
     bool whole_pattern = false; // pattern and path ended together
-    std::optional<unsigned> number;
+    std::vector<unsigned> numbers; // one per numbered part, counted from its first
 };
 
 walk walk_pattern(std::string_view pattern, std::string_view path)
@@ -48,7 +48,7 @@ walk walk_pattern(std::string_view pattern, std::string_view path)
             const unsigned n = static_cast<unsigned>(std::stoul(std::string(path.substr(j, end - j))));
             if (n < first || n > last)
                 return w;
-            w.number = n - first;
+            w.numbers.push_back(n - first);
             j = end;
             i = close + 1;
             continue;
@@ -94,12 +94,21 @@ std::string sent_text(const key &k)
     return "yes";
 }
 
+// The names of a numbered key, with its numbers as "{0..n}".
 std::string numbered_name(const key &k)
 {
-    std::string name(k.name);
-    if (k.count != 0)
-        name += "{0.." + std::to_string(k.count - 1) + "}";
-    return name;
+    using cfg::keys::entry_form;
+    const std::string name(k.name);
+    if (k.count == 0)
+        return name;
+    const std::string numbers = "{0.." + std::to_string(k.count - 1) + "}";
+    switch (k.entry) {
+    case entry_form::after_key:
+    case entry_form::digits_after_last_underscore: return name + numbers;
+    case entry_form::after_key_underscore: return name + "[_" + numbers + "]";
+    case entry_form::rule_then_key: return "vtu" + numbers + "." + name;
+    default: return name + "_" + numbers;
+    }
 }
 
 bool is_text(const key &k)
@@ -196,12 +205,13 @@ bool path_selected(std::string_view pattern, std::string_view filter)
     return walk_pattern(pattern, filter).whole_path;
 }
 
-std::optional<unsigned> path_entry(std::string_view pattern, std::string_view path)
+std::optional<std::vector<unsigned>> path_entry(std::string_view pattern, std::string_view path)
 {
-    const walk w = walk_pattern(pattern, path);
+    walk w = walk_pattern(pattern, path);
     if (!w.whole_pattern)
         return std::nullopt;
-    return w.number.value_or(0);
+    w.numbers.resize(2, 0);
+    return w.numbers;
 }
 
 std::string kind_name(const key &k)

@@ -12,9 +12,8 @@ node_end hosts(cfg_image_t &image, node &n)
         const keys::key *k = keys::find(keys::hosts, p.name_view());
         if (k == nullptr)
             continue;
-        // The entry number is read as "%d" after the first '_' of the name.
-        const char *number = numbers::after_underscore(p.name());
-        const int32_t i = numbers::entry_within(number, k->count, -1);
+        const char *number = numbers::after_underscore(p.name()); // for the trace
+        const int32_t i = keys::entry_of(*k, p.name());
         if (i < 0)
             continue;
         const parse::image_lock lock;

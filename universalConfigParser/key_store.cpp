@@ -5,6 +5,7 @@
 #include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -303,6 +304,62 @@ void store(const key &k, void *record, const char *value, unsigned entry) noexce
     case kind::special:
         return store_special(k, at, record, value, entry);
     }
+}
+
+int32_t entry_of(const key &k, const char *name) noexcept
+{
+    using numbers::underscore;
+    const int32_t count = k.count;
+    const char *text = nullptr;
+    switch (k.entry) {
+    case entry_form::after_key:
+        return numbers::entry_within(name + k.name.size(), count, k.missing);
+    case entry_form::after_key_underscore:
+        text = name + k.name.size();
+        return text[0] == '_' ? numbers::entry_within(text + 1, count, k.missing) : k.missing;
+    case entry_form::after_underscore:
+        return numbers::entry_within(numbers::after_underscore(name), count, k.missing);
+    case entry_form::digits_after_underscore:
+    case entry_form::digits_after_last_underscore: {
+        const underscore which =
+            k.entry == entry_form::digits_after_underscore ? underscore::first : underscore::last;
+        const int32_t n = numbers::entry_number(numbers::after_underscore(name, which));
+        return n >= 0 && n < count ? n : -1;
+    }
+    case entry_form::leading_digits_after_underscore: {
+        text = numbers::after_underscore(name);
+        int64_t n = 0;
+        if (text == nullptr || *text < '0' || *text > '9' || numbers::scan_entry(text, n) == nullptr)
+            return -1;
+        return n < count ? static_cast<int32_t>(n) : -1;
+    }
+    case entry_form::rule_then_key:
+        return -1;
+    }
+    return -1;
+}
+
+bool split_rule_name(std::string_view prefix, const char *name, int32_t rules, int32_t &rule,
+                     std::string_view &field) noexcept
+{
+    constexpr std::size_t field_word_max = 15;
+    if (!std::string_view(name).starts_with(prefix))
+        return false;
+    int64_t n = 0;
+    const char *text = numbers::scan_entry(name + prefix.size(), n);
+    if (text == nullptr || *text != '.')
+        return false;
+    ++text;
+    while (std::isspace(static_cast<unsigned char>(*text)))
+        ++text;
+    std::size_t length = 0;
+    while (text[length] != '\0' && !std::isspace(static_cast<unsigned char>(text[length])))
+        ++length;
+    if (length == 0 || length > field_word_max || n < 0 || n >= rules)
+        return false;
+    rule = static_cast<int32_t>(n);
+    field = std::string_view(text, length);
+    return true;
 }
 
 } // namespace cfg::keys

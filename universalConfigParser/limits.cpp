@@ -55,11 +55,11 @@ node_end limits(cfg_image_t &image, node &n)
 {
     limit_cfg_t &r = image.limits;
     while (parse::param p = parse::next_param(n)) {
-        if (keys::find(keys::limits, p.name_view()) == nullptr)
+        const keys::key *k = keys::find(keys::limits, p.name_view());
+        if (k == nullptr)
             continue;
-        // The digits after the first "_" of the name; -1 for none.
-        const int32_t i = numbers::entry_number(numbers::after_underscore(p.name()));
-        if (i < 0 || i >= static_cast<int32_t>(std::size(r.value)))
+        const int32_t i = keys::entry_of(*k, p.name());
+        if (i < 0)
             continue; // no entry of this number: dropped
         const parse::image_lock lock;
         store_limit(r, i, p.value());

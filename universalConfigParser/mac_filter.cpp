@@ -12,7 +12,7 @@ void store_mac_filter(mac_filter_cfg_t &r, const keys::key &k, const parse::para
     if (k.count == 0)
         return keys::store(k, &r, p.value());
     // client_x reads as client 0, as a plain decimal conversion gives.
-    const int32_t i = numbers::entry_within(numbers::after_underscore(p.name()), k.count, 0);
+    const int32_t i = keys::entry_of(k, p.name());
     if (i >= 0)
         keys::store(k, &r, p.value(), static_cast<unsigned>(i));
 }

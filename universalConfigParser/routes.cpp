@@ -13,8 +13,7 @@ node_end routes(cfg_image_t &image, node &n)
         const keys::key *k = keys::find(keys::routes, p.name_view());
         if (k == nullptr)
             continue;
-        // The entry number is read as "%d" after the first '_' of the name.
-        const int32_t i = numbers::entry_within(numbers::after_underscore(p.name()), k->count, -1);
+        const int32_t i = keys::entry_of(*k, p.name());
         if (i < 0)
             continue;
         const parse::image_lock lock;

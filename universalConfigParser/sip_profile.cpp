@@ -4,18 +4,6 @@
 #include "universalConfigParser/profile_number.h"
 
 namespace cfg::handlers {
-namespace {
-
-// The server of "proxy_N" / "regrar_N": N after the key and "_"; a name
-// without it is server 0. -1 (the param is dropped) outside the server table.
-int32_t server_entry(const parse::param &p, const keys::key &k) noexcept
-{
-    const char *rest = p.name() + k.name.size();
-    return rest[0] == '_' ? numbers::entry_within(rest + 1, CFG_SIP_SERVERS, 0) : 0;
-}
-
-} // namespace
-
 node_end sip_profile(cfg_image_t &image, node &n)
 {
     int32_t profile = 0;
@@ -27,7 +15,8 @@ node_end sip_profile(cfg_image_t &image, node &n)
         const parse::image_lock lock;
         if (k == nullptr)
             continue;
-        const int32_t entry = k->count == 0 ? 0 : server_entry(p, *k);
+        // "proxy_N" / "regrar_N": a name without "_N" is server 0.
+        const int32_t entry = k->count == 0 ? 0 : keys::entry_of(*k, p.name());
         if (entry >= 0)
             keys::store(*k, &record, p.value(), static_cast<unsigned>(entry));
     }

@@ -9,8 +9,6 @@
 namespace cfg::handlers {
 namespace {
 
-// A name without a number addresses port 0.
-constexpr int32_t bare_key_port = 0;
 
 constexpr const keys::key &qos_mode = keys::row(keys::switch_qos_keys, "qos_mode");
 
@@ -18,7 +16,7 @@ void store_qos(switch_cfg_t &sw, const keys::key &k, const parse::param &p) noex
 {
     if (k.count == 0)
         return keys::store(k, &sw, p.value());
-    const int32_t port = numbers::entry_within(p.name() + k.name.size(), k.count, bare_key_port);
+    const int32_t port = keys::entry_of(k, p.name()); // no number: port 0
     if (port < 0)
         return;
     keys::store(k, &sw, p.value(), static_cast<unsigned>(port));

@@ -12,10 +12,9 @@ void store_vlan(switch_cfg_t &sw, const keys::key &k, const parse::param &p) noe
 {
     if (k.count == 0)
         return keys::store(k, &sw, p.value());
-    // A name without a number reads as entry `count`, out of range like any
-    // other number past the last VLAN.
-    const int32_t vlan = numbers::entry_within(p.name() + k.name.size(), k.count, k.count);
-    if (vlan < 0 || vlan >= k.count)
+    // A name without a number is ignored, like a number past the last VLAN.
+    const int32_t vlan = keys::entry_of(k, p.name());
+    if (vlan < 0)
         return;
     keys::store(k, &sw, p.value(), static_cast<unsigned>(vlan));
 }
