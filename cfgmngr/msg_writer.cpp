@@ -2,6 +2,8 @@
 
 #include "cfgmngr/wire.h"
 
+#include <cstring>
+
 namespace cfg::dump {
 
 msg_writer::msg_writer(uint8_t **cursor, const char *writer, int line) noexcept
@@ -49,6 +51,12 @@ void msg_writer::hex(const char *name, uint32_t value) noexcept
 void msg_writer::text(const char *name, const char *value) noexcept
 {
     running_ = setStringValueInMsg(cursor_, name, value, running_);
+    param_written();
+}
+
+void msg_writer::text_field(const char *name, const char *field, std::size_t size) noexcept
+{
+    running_ = build::string_param(cursor_, name, field, strnlen(field, size), running_);
     param_written();
 }
 

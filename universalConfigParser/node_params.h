@@ -81,13 +81,22 @@ public:
     // tables are long if-chains, so a row that cannot match is ruled out by
     // the name's length (measured once, when the param is read) and its
     // first character before any comparison is made.
-    bool is(std::string_view key) const noexcept
+    // A key written as a literal has its length counted by the compiler
+    // (always inlined, so also where it optimises for size), which keeps
+    // each row of a table small.
+    bool is(const char *key, std::size_t length) const noexcept
     {
-        if (key.size() > name_length_)
+        if (length > name_length_)
             return false;
-        if (key.empty())
+        if (length == 0)
             return true;
-        return name_[0] == key[0] && std::memcmp(name_, key.data(), key.size()) == 0;
+        return name_[0] == key[0] && std::memcmp(name_, key, length) == 0;
+    }
+    bool is(std::string_view key) const noexcept { return is(key.data(), key.size()); }
+    template <std::size_t N>
+    [[gnu::always_inline]] bool is(const char (&key)[N]) const noexcept
+    {
+        return is(key, __builtin_strlen(key));
     }
     const char *name() const noexcept { return name_; }
     const char *value() const noexcept { return value_; } // null: no value
