@@ -12,13 +12,13 @@ namespace cfg::waits {
 namespace {
 
 constexpr int max_pauses = 500;
-constexpr int64_t pause_ns = 10 * 1000000;
+constexpr long pause_ns = 10 * 1000000;
 
 // Tests the marker under the lock, never holding the lock while pausing.
 template <typename Marker>
 int32_t wait_for(cfg_image_t *image, const Marker &marker, Marker in_progress) noexcept
 {
-    const int64_t deadline = wake::monotonic_ns() + max_pauses * pause_ns;
+    const int64_t deadline = wake::monotonic_ns() + int64_t{max_pauses} * pause_ns;
     for (;;) {
         const uint32_t seen = wake::generation();
         {
@@ -31,7 +31,7 @@ int32_t wait_for(cfg_image_t *image, const Marker &marker, Marker in_progress) n
             recalculate_start_and_current_after_timeout(image);
             return 1;
         }
-        wake::pause(seen, left < pause_ns ? left : pause_ns);
+        wake::pause(seen, left < pause_ns ? static_cast<long>(left) : pause_ns);
     }
 }
 

@@ -11,7 +11,7 @@
 namespace cfg::wake {
 namespace {
 
-constexpr int64_t ns_per_s = 1000000000;
+constexpr long ns_per_s = 1000000000;
 
 pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
 pthread_cond_t recount_done;       // initialised once, by set_up
@@ -31,18 +31,13 @@ void set_up() noexcept
     pthread_condattr_destroy(&attributes);
 }
 
-int64_t now_ns(clockid_t clock) noexcept
-{
-    timespec t{};
-    clock_gettime(clock, &t);
-    return static_cast<int64_t>(t.tv_sec) * ns_per_s + t.tv_nsec;
-}
-
 } // namespace
 
 int64_t monotonic_ns() noexcept
 {
-    return now_ns(CLOCK_MONOTONIC);
+    timespec t{};
+    clock_gettime(CLOCK_MONOTONIC, &t);
+    return static_cast<int64_t>(t.tv_sec) * ns_per_s + t.tv_nsec;
 }
 
 uint32_t generation() noexcept
@@ -53,18 +48,23 @@ uint32_t generation() noexcept
     return g;
 }
 
-void pause(uint32_t seen, int64_t max_ns) noexcept
+bool pause(uint32_t seen, long max_ns) noexcept
 {
     pthread_once(&set_up_once, set_up);
-    const int64_t until_ns = now_ns(pause_clock) + (max_ns > 0 ? max_ns : 0);
     timespec until{};
-    until.tv_sec = static_cast<time_t>(until_ns / ns_per_s);
-    until.tv_nsec = static_cast<long>(until_ns % ns_per_s);
+    clock_gettime(pause_clock, &until);
+    until.tv_nsec += max_ns > 0 ? max_ns : 0;
+    if (until.tv_nsec >= ns_per_s) {
+        until.tv_sec += 1;
+        until.tv_nsec -= ns_per_s;
+    }
     pthread_mutex_lock(&mutex);
     // Woken (or woken for nothing): test again; timed out (or any error): done.
     while (current == seen && pthread_cond_timedwait(&recount_done, &mutex, &until) == 0) {
     }
+    const bool recounted = current != seen;
     pthread_mutex_unlock(&mutex);
+    return recounted;
 }
 
 void recounted() noexcept

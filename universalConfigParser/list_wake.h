@@ -13,8 +13,8 @@ namespace cfg::wake {
 uint32_t generation() noexcept;
 
 // Pauses until the generation is no longer `seen`, or for `max_ns`
-// nanoseconds at most.
-void pause(uint32_t seen, int64_t max_ns) noexcept;
+// nanoseconds at most (less than a second). True when a recount ended it.
+bool pause(uint32_t seen, long max_ns) noexcept;
 
 // Called after every recount: next generation, every paused thread woken.
 void recounted() noexcept;
