@@ -81,9 +81,9 @@ public:
     // tables are long if-chains, so a row that cannot match is ruled out by
     // the name's length (measured once, when the param is read) and its
     // first character before any comparison is made.
-    // A key written as a literal has its length counted by the compiler
-    // (always inlined, so also where it optimises for size), which keeps
-    // each row of a table small.
+    // A key written as a literal ("IPADDR") passes its length (N - 1) as a
+    // constant, which keeps each row of a table small where the compiler
+    // optimises for size. A key held elsewhere goes as a std::string_view.
     bool is(const char *key, std::size_t length) const noexcept
     {
         if (length > name_length_)
@@ -94,9 +94,9 @@ public:
     }
     bool is(std::string_view key) const noexcept { return is(key.data(), key.size()); }
     template <std::size_t N>
-    [[gnu::always_inline]] bool is(const char (&key)[N]) const noexcept
+    bool is(const char (&key)[N]) const noexcept
     {
-        return is(key, __builtin_strlen(key));
+        return is(key, N - 1);
     }
     const char *name() const noexcept { return name_; }
     const char *value() const noexcept { return value_; } // null: no value
