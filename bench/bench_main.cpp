@@ -77,7 +77,14 @@ public:
               "BM_Classify_CompilePerCall/0", "BM_Classify_AsAllParser/0");
         waits("reader lock wait during parse", "BM_LockWait_DuringParse/1/iterations:20000/manual_time");
         waits("reader lock wait, nothing parsing", "BM_LockWait_NoParse/0/iterations:20000/manual_time");
-        waits("list waiter after message end", "BM_ListWait_Latency/iterations:60/manual_time");
+        waits("list waiter after message end", "BM_ListWait_Latency/1/iterations:200/manual_time");
+        waits("4 list waiters after message end", "BM_ListWait_Latency/4/iterations:200/manual_time");
+        waits("list waiter polling every 10 ms (before the wake-up)",
+              "BM_ListWait_Polling/1/iterations:200/manual_time");
+        counter_ratio("list wait p50, polling / woken", "BM_ListWait_Polling/1/iterations:200/manual_time",
+                      "BM_ListWait_Latency/1/iterations:200/manual_time", "p50_us");
+        counter_ratio("list wait p99, polling / woken", "BM_ListWait_Polling/1/iterations:200/manual_time",
+                      "BM_ListWait_Latency/1/iterations:200/manual_time", "p99_us");
     }
 
 private:
@@ -104,6 +111,21 @@ private:
         const auto it = f->counters.find(key);
         if (it != f->counters.end())
             std::printf("  %-55s %8.1fx\n", what, static_cast<double>(it->second));
+    }
+
+    // The ratio of one counter of two benchmarks.
+    void counter_ratio(const char *what, const std::string &slow, const std::string &fast,
+                       const char *key) const
+    {
+        const figures *a = find(slow);
+        const figures *b = find(fast);
+        if (a == nullptr || b == nullptr)
+            return;
+        const auto x = a->counters.find(key);
+        const auto y = b->counters.find(key);
+        if (x != a->counters.end() && y != b->counters.end() && static_cast<double>(y->second) > 0)
+            std::printf("  %-55s %8.1fx\n", what,
+                        static_cast<double>(x->second) / static_cast<double>(y->second));
     }
 
     void waits(const char *what, const std::string &name) const

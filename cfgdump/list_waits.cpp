@@ -1,6 +1,9 @@
 // Waits for list updates: a thread that asked the configuration manager for
-// a list polls its marker every 10 ms until a recount clears it, and after
-// 500 pauses recounts itself and gives up.
+// a list tests its marker at least every 10 ms until a recount clears it, and
+// after 500 pauses of 10 ms (a deadline on the monotonic clock, however often
+// it was woken) recounts itself and gives up. A recount wakes the waiting
+// threads at once; a marker cleared otherwise is seen at the next test.
+#include "universalConfigParser/list_wake.h"
 #include "universalConfigParser/node_params.h"
 
 #include <cfgparser.h>
@@ -9,23 +12,26 @@ namespace cfg::waits {
 namespace {
 
 constexpr int max_pauses = 500;
-constexpr int pause_ms = 10;
+constexpr long pause_ns = 10 * 1000000;
 
-// Polls the marker under the lock, never holding the lock while pausing.
+// Tests the marker under the lock, never holding the lock while pausing.
 template <typename Marker>
 int32_t wait_for(cfg_image_t *image, const Marker &marker, Marker in_progress) noexcept
 {
-    for (int tries = 0;; ++tries) {
+    const int64_t deadline = wake::monotonic_ns() + int64_t{max_pauses} * pause_ns;
+    for (;;) {
+        const uint32_t seen = wake::generation();
         {
             const parse::image_lock lock;
             if (marker != in_progress)
                 return 0;
         }
-        if (tries >= max_pauses) {
+        const int64_t left = deadline - wake::monotonic_ns();
+        if (left <= 0) {
             recalculate_start_and_current_after_timeout(image);
             return 1;
         }
-        cfg_pause(0, pause_ms);
+        wake::pause(seen, left < pause_ns ? static_cast<long>(left) : pause_ns);
     }
 }
 

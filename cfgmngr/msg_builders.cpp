@@ -1,6 +1,7 @@
 // Builders of configuration message nodes and params. They write at the
 // caller's cursor, step it, and return the running byte count plus what they
 // wrote. No bounds checks: the caller's buffer must be large enough.
+#include "cfgmngr/msg_writer.h"
 #include "cfgmngr/wire.h"
 
 #include <cfgparser.h>
@@ -43,6 +44,16 @@ uint32_t put_number(uint8_t **cursor, const char *name, const char *format, T va
 }
 
 } // namespace
+
+uint32_t string_param(uint8_t **cursor, const char *name, const char *value, std::size_t length,
+                      uint32_t running) noexcept
+{
+    // An empty text travels as the two characters "" so that it is not
+    // mistaken for a missing value.
+    const std::string_view v = length == 0 ? std::string_view("\"\"") : std::string_view(value, length);
+    return put_param(cursor, name, v, running);
+}
+
 } // namespace cfg::build
 
 using namespace cfg::build;
@@ -80,10 +91,7 @@ uint32_t setXValueInMsg(uint8_t **cursor, const char *name, uint32_t value,
 uint32_t setStringValueInMsg(uint8_t **cursor, const char *name, const char *value,
                              uint32_t running) CFG_NOEXCEPT
 {
-    // An empty text travels as the two characters "" so that it is not
-    // mistaken for a missing value.
-    std::string_view v(value != nullptr ? value : "");
-    return put_param(cursor, name, v.empty() ? std::string_view("\"\"") : v, running);
+    return string_param(cursor, name, value, value != nullptr ? std::strlen(value) : 0, running);
 }
 
 uint32_t setEmptyStringValueInMsg(uint8_t **cursor, const char *name, uint32_t running) CFG_NOEXCEPT

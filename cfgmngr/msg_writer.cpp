@@ -56,6 +56,12 @@ void msg_writer::text(const char *name, const char *value) noexcept
     param_written();
 }
 
+void msg_writer::text_field(const char *name, const char *field, std::size_t size) noexcept
+{
+    running_ = build::string_param(cursor_, name, field, strnlen(field, size), running_);
+    param_written();
+}
+
 void msg_writer::empty(const char *name) noexcept
 {
     running_ = setEmptyStringValueInMsg(cursor_, name, running_);
@@ -93,16 +99,8 @@ void msg_writer::field(const keys::key &k, const void *record, unsigned entry) n
         return sint(name, static_cast<int32_t>(keys::read_number(k, record, entry)));
     case keys::sent::hex:
         return hex(name, static_cast<uint32_t>(keys::read_number(k, record, entry)));
-    case keys::sent::text: {
-        const char *bytes = keys::field_bytes(k, record, entry);
-        if (std::memchr(bytes, '\0', k.at.size) != nullptr)
-            return text(name, bytes);
-        char copy[1025]; // the largest text field is 1001 bytes
-        const std::size_t n = std::min<std::size_t>(k.at.size, sizeof copy - 1);
-        std::memcpy(copy, bytes, n);
-        copy[n] = '\0';
-        return text(name, copy);
-    }
+    case keys::sent::text:
+        return text_field(name, keys::field_bytes(k, record, entry), k.at.size);
     case keys::sent::pickup_groups: {
         pickup_text groups;
         build_pickup_text(static_cast<uint32_t>(keys::read_number(k, record, entry)), groups);

@@ -17,9 +17,18 @@
 
 #include <cfgparser.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <span>
+
+namespace cfg::build {
+
+// setStringValueInMsg for a value of known length (which need not end in NUL).
+uint32_t string_param(uint8_t **cursor, const char *name, const char *value, std::size_t length,
+                      uint32_t running) noexcept;
+
+} // namespace cfg::build
 
 namespace cfg::dump {
 
@@ -51,19 +60,14 @@ public:
     void empty(const char *name) noexcept;
 
     // Text fields of the records: never read past the field, even when the
-    // application left it without a terminating NUL.
+    // application left it without a terminating NUL (then all N bytes are
+    // sent). One out-of-line body serves every field size.
     template <std::size_t N>
     void text(const char *name, const char (&field)[N]) noexcept
     {
-        if (std::memchr(field, '\0', N) != nullptr) {
-            text(name, static_cast<const char *>(field));
-            return;
-        }
-        char copy[N + 1];
-        std::memcpy(copy, field, N);
-        copy[N] = '\0';
-        text(name, static_cast<const char *>(copy));
+        text_field(name, field, N);
     }
+    void text_field(const char *name, const char *field, std::size_t size) noexcept;
 
     // A keyed member of `record`, sent under the row's name as the row says
     // (entry `entry` of a numbered key, sent as the key followed by the number).

@@ -24,37 +24,35 @@ constexpr const char *pattern_text[pattern_count] = {
     "^config\\.VOIP\\.dialplan_profiles\\.dialplan_profile(\\d+)$",
 };
 
-// The patterns are compiled once, on first use (thread-safe static
-// initialisation), and kept for the life of the process. One that could not
-// be compiled then (memory exhausted) is compiled at each match instead. Matching a cached
-// pattern gives the same result as compiling it for every call. Each is also
-// studied once (with the JIT where libpcre has it), which only speeds up the
-// matching; where study gives nothing, the pattern is matched as compiled.
+// The patterns are compiled once, on first use (pthread_once, so that the
+// library needs no C++ runtime for a guarded static), and kept for the life
+// of the process. One that could not be compiled then (memory exhausted) is
+// compiled at each match instead. Matching a cached pattern gives the same
+// result as compiling it for every call. Each is also studied once (with the
+// JIT where libpcre has it), which only speeds up the matching; where study
+// gives nothing, the pattern is matched as compiled.
 struct compiled_patterns {
-    pcre *re[pattern_count] = {};
-    pcre_extra *studied[pattern_count] = {};
-    compiled_patterns() noexcept
-    {
-        for (int i = 0; i < pattern_count; ++i) {
-            const char *error = nullptr;
-            int offset = 0;
-            re[i] = pcre_compile(pattern_text[i], 0, &error, &offset, nullptr);
-            if (re[i] != nullptr)
-                studied[i] = pcre_study(re[i], PCRE_STUDY_JIT_COMPILE, &error);
-        }
-    }
-    ~compiled_patterns()
-    {
-        for (pcre_extra *s : studied)
-            pcre_free_study(s);
-        for (pcre *r : re)
-            pcre_free(r);
-    }
+    pcre *re[pattern_count];
+    pcre_extra *studied[pattern_count];
 };
+
+compiled_patterns cache{};
+pthread_once_t cache_once = PTHREAD_ONCE_INIT;
+
+void compile_patterns() noexcept
+{
+    for (int i = 0; i < pattern_count; ++i) {
+        const char *error = nullptr;
+        int offset = 0;
+        cache.re[i] = pcre_compile(pattern_text[i], 0, &error, &offset, nullptr);
+        if (cache.re[i] != nullptr)
+            cache.studied[i] = pcre_study(cache.re[i], PCRE_STUDY_JIT_COMPILE, &error);
+    }
+}
 
 const compiled_patterns &patterns() noexcept
 {
-    static const compiled_patterns cache;
+    pthread_once(&cache_once, compile_patterns);
     return cache;
 }
 
@@ -73,10 +71,11 @@ void match_patterns(node &n) noexcept
     std::string_view path(n.path);
     if (!may_match_a_pattern(path))
         return;
+    const compiled_patterns &compiled = patterns();
     for (int i = 0; i < pattern_count; ++i) {
-        const pcre *re = patterns().re[i];
+        const pcre *re = compiled.re[i];
         if (re != nullptr)
-            n.matches[i] = match::run(re, patterns().studied[i], n.path, static_cast<int>(path.size()),
+            n.matches[i] = match::run(re, compiled.studied[i], n.path, static_cast<int>(path.size()),
                                       &n.substrings[i]);
         else // not compiled (no memory at the time): compiled for this match alone
             n.matches[i] = pcre_preg_match(pattern_text[i], n.path, static_cast<int>(path.size()),

@@ -23,7 +23,7 @@ inline std::string_view next_word(std::string_view &rest) noexcept
     std::size_t end = begin;
     while (end < rest.size() && !is_space(rest[end]))
         ++end;
-    const std::string_view word = rest.substr(begin, end - begin);
+    const std::string_view word(rest.data() + begin, end - begin); // (substr would check again)
     rest.remove_prefix(end);
     return word;
 }

@@ -79,18 +79,7 @@ public:
 
     explicit operator bool() const noexcept { return name_ != nullptr; }
 
-    // Key matching: the name compared over the key's own length. The key
-    // tables are long if-chains, so a row that cannot match is ruled out by
-    // the name's length (measured once, when the param is read) and its
-    // first character before any comparison is made.
-    bool is(std::string_view key) const noexcept
-    {
-        if (key.size() > name_length_)
-            return false;
-        if (key.empty())
-            return true;
-        return name_[0] == key[0] && std::memcmp(name_, key.data(), key.size()) == 0;
-    }
+    // Keys are matched against name_view() by keys::find (cfgmngr/key_table.h).
     const char *name() const noexcept { return name_; }
     std::string_view name_view() const noexcept { return {name_, name_length_}; }
     const char *value() const noexcept { return value_; } // null: no value

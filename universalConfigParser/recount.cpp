@@ -1,5 +1,6 @@
 // Recount of every tracked list: counts the filled entries into `current`
 // and copies each count into `start`, which clears every update marker.
+#include "universalConfigParser/list_wake.h"
 #include "universalConfigParser/node_params.h"
 
 #include <cfgparser.h>
@@ -66,17 +67,9 @@ void count_modifiers(modifier_cfg_t (&modifiers)[CFG_MODIFIERS]) noexcept
     }
 }
 
-} // namespace
-} // namespace cfg::recount
-
-extern "C" void recalculate_start_and_current_after_timeout(cfg_image_t *image) CFG_NOEXCEPT
+void recount(cfg_image_t &im) noexcept
 {
-    using namespace cfg::recount;
     static constexpr const char *self = "recalculate_start_and_current_after_timeout";
-    const cfg::parse::image_lock lock;
-    if (image == nullptr)
-        return;
-    cfg_image_t &im = *image;
 
     im.routes.current = count(im.routes.route);
     im.groups.current = count(im.groups.entries);
@@ -108,4 +101,20 @@ extern "C" void recalculate_start_and_current_after_timeout(cfg_image_t *image) 
     im.groups.start = im.groups.current;
     im.fxo_groups.start = im.fxo_groups.current;
     im.firewall.start = im.firewall.current;
+}
+
+} // namespace
+} // namespace cfg::recount
+
+// Every marker is clear once the lock is released: the threads waiting for
+// a list are woken then, not at the end of their pause.
+extern "C" void recalculate_start_and_current_after_timeout(cfg_image_t *image) CFG_NOEXCEPT
+{
+    {
+        const cfg::parse::image_lock lock;
+        if (image == nullptr)
+            return;
+        cfg::recount::recount(*image);
+    }
+    cfg::wake::recounted();
 }
