@@ -146,8 +146,9 @@ void store_field6(char (&field)[N], std::string_view read) noexcept
         copy_cut(field, read);
         return;
     }
-    std::string_view inner = read.substr(1, N - 1);
-    inner = inner.substr(0, inner.find('"'));
+    // Slices without substr: the library carries no C++ runtime to throw from.
+    std::string_view inner(read.data() + 1, std::min(read.size() - 1, N - 1));
+    inner = std::string_view(inner.data(), std::min(inner.find('"'), inner.size()));
     copy_cut(field, inner);
 }
 

@@ -242,10 +242,10 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value, u
     case rule::user_at_host: {
         // Both texts are zero-filled first, so an empty part clears its field.
         const std::string_view text = numbers::absent(value) ? std::string_view() : value;
-        const std::size_t sep = text.find('@');
-        text_part(at, k.at.size, text.substr(0, sep));
+        const std::size_t sep = std::min(text.find('@'), text.size());
+        text_part(at, k.at.size, std::string_view(text.data(), sep));
         text_part(static_cast<uint8_t *>(record) + k.aux, static_cast<std::size_t>(k.max),
-                  sep == std::string_view::npos ? std::string_view() : text.substr(sep + 1));
+                  sep == text.size() ? std::string_view() : std::string_view(text.data() + sep + 1, text.size() - sep - 1));
         return;
     }
     case rule::server_text:

@@ -25,7 +25,7 @@ std::string_view next_word(std::string_view &line) noexcept
     std::size_t length = 0;
     while (length < line.size() && !is_blank(line[length]))
         ++length;
-    const std::string_view word = line.substr(0, length);
+    const std::string_view word(line.data(), length); // length <= line.size()
     line.remove_prefix(length);
     return word;
 }
