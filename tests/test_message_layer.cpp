@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 #include <vector>
+#include <utility>
 
 namespace {
 
@@ -166,6 +167,19 @@ TEST(GetToken, CopiesAndTerminates)
         ASSERT_NE(copy, nullptr);
         EXPECT_EQ(std::string(copy), std::string("ab", n));
         std::free(copy);
+    }
+}
+
+// A NUL byte inside a param name ends the name there: "phone\0x" is the
+// key phone, "ph\0one" is no key.
+TEST(FindParams, NulByteEndsTheName)
+{
+    for (const auto &[name, stored] : {std::pair{std::string("phone\0x", 7), "7"}, {std::string("ph\0one", 6), ""}}) {
+        cfgmsg::message m;
+        m.nodes.push_back({"config.VOIP.ports.port_1", {{name, std::string("7")}}});
+        auto image = support::fresh_image();
+        all_parser(image.get(), cfgmsg::encode(m).data());
+        EXPECT_STREQ(image->ports[1].phone, stored) << name.size();
     }
 }
 

@@ -128,50 +128,10 @@ TEST(Converters, Checkbox)
         EXPECT_EQ(get_checkbox(r.value), r.expected) << (r.value ? r.value : "(null)");
 }
 
-TEST(Converters, DigitAndLongRanges)
+TEST(Converters, StringKeepsTheBytesPastTheText)
 {
-    struct digit_row {
-        const char *value;
-        int32_t min, max, def, expected;
-    } digits[] = {
-        {"65535", 0, 65535, 5, 65535}, {"65536", 0, 65535, 5, 5}, {"abc", 0, 10, 5, 0},
-        {"abc", 1, 10, 5, 5},          {" 12", 0, 100, 5, 12},    {"12abc", 0, 100, 5, 12},
-        {nullptr, 0, 10, 7, 7},        {"", 0, 10, 7, 7},         {"-5", -10, 10, 0, -5},
-        {"-11", -10, 10, 3, 3},        {"+4", 0, 10, 1, 4},       {"1", 5, 10, 99, 99},
-    };
-    for (const digit_row &r : digits)
-        EXPECT_EQ(get_digit_from_min_to_max_or_set_default(r.value, r.min, r.max, r.def), r.expected)
-            << (r.value ? r.value : "(null)");
-
-    struct long_row {
-        const char *value;
-        uint32_t min, max, def, expected;
-    } longs[] = {
-        {"4294967295", 0, 4294967295u, 9, 4294967295u},
-        {"-1", 0, 4294967295u, 9, 4294967295u},
-        {"4294967296", 0, 4294967295u, 9, 0},
-        {"4294967296", 1, 4294967295u, 9, 9},
-        {"0", 1, 4294967295u, 60, 60},
-        {nullptr, 1, 10, 60, 60},
-        {"3600", 1, 4294967295u, 60, 3600},
-    };
-    for (const long_row &r : longs)
-        EXPECT_EQ(get_long_from_min_to_max_or_set_default(r.value, r.min, r.max, r.def), r.expected)
-            << (r.value ? r.value : "(null)");
-}
-
-TEST(Converters, StringCutsAndClears)
-{
+    // Cuts and clearing are checked over every key table (test_key_tables).
     char field[51];
-    std::memset(field, 'q', sizeof field);
-    const std::string sixty(60, 'a');
-    get_string(field, sizeof field, sixty.c_str());
-    EXPECT_EQ(std::string(field), std::string(50, 'a'));
-
-    get_string(field, sizeof field, "");
-    for (char c : field)
-        ASSERT_EQ(c, '\0');
-
     // Only the text and its terminator are written; the rest keeps its bytes.
     std::memset(field, 'q', sizeof field);
     get_string(field, sizeof field, "ab");

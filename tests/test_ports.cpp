@@ -1,6 +1,6 @@
-// Port settings: the flag bits, the keys with rules of their own, the choice
-// of the record from the path, and what happens to numbers out of range. The
-// rules of each kind of key are checked over every table in test_key_tables.
+// Port settings: the keys with rules of their own and the choice of the
+// record from the path. The rules of each kind of key are checked over every
+// table in test_key_tables.
 #include "support.h"
 
 #include <cfgparser.h>
@@ -25,68 +25,13 @@ const port_cfg_t &store_one(cfg_image_t &image, const std::string &name, const s
     return image.ports[5];
 }
 
-uint32_t flag_word(const port_cfg_t &port)
+// No value, or an empty one, is tone dialling.
+TEST(PortSettings, DialingDefaultsToTone)
 {
-    uint32_t word = 0;
-    static_assert(sizeof port.flags == sizeof word);
-    std::memcpy(&word, &port.flags, sizeof word);
-    return word;
-}
-
-// The 32 one-bit switches as the configuration manager names them, from the
-// lowest bit of `flags` up.
-const char *const flag_keys[32] = {
-    "custom", "playmoh", "aon_hide_date", "aon_hide_name", "mwi_dialtone", "dnd", "stop_dial",
-    "usealtnumber", "disabled", "ct_busy", "ct_unconditional", "ct_outofservice", "ct_noanswer",
-    "callwaiting", "hotline", "dvo_callwaiting_en", "dvo_ct_attended_en", "dvo_ct_unattended_en",
-    "dvo_cf_unconditional_en", "dvo_cf_busy_en", "dvo_cf_noanswer_en", "dvo_cf_outofservice_en",
-    "dvo_dnd_en", "fxo_detect_line_presence", "fxo_block_line_presence", "usepstncid",
-    "dont_detect_DT", "enable_cpc", "dont_transmit_prefix", "transmit_number", "fxo_call_busy",
-    "usealtnumber_as_private",
-};
-
-TEST(PortSettings, EachFlagKeyChangesOnlyItsBit)
-{
-    for (int bit = 0; bit < 32; ++bit) {
-        const std::string key = flag_keys[bit];
+    for (const char *value : {"", "\"\""}) {
         auto image = fresh_image();
-        EXPECT_EQ(flag_word(store_one(*image, key, "yes")), 1u << bit) << key;
-
-        std::memset(&image->ports[5].flags, 0xFF, sizeof image->ports[5].flags);
-        EXPECT_EQ(flag_word(store_one(*image, key, "0")), ~(1u << bit)) << key;
-        EXPECT_EQ(flag_word(store_one(*image, key, "-3")), ~0u) << key;
-        EXPECT_EQ(flag_word(store_one(*image, key, "")), ~(1u << bit)) << key;
-    }
-}
-
-TEST(PortSettings, KeysWithTheirOwnRules)
-{
-#define HOLDS(expr) [](const port_cfg_t &p) { return expr; }
-    const struct {
-        const char *key, *value;
-        bool (*holds)(const port_cfg_t &);
-    } rows[] = {
-        // Seven characters at most; empty is tone dialling.
-        {"dialing", "pulse_long", HOLDS(std::string(p.dialing) == "pulse_l")},
-        {"dialing", "", HOLDS(std::string(p.dialing) == "DTMF")},
-        {"dialing", "\"\"", HOLDS(std::string(p.dialing) == "DTMF")},
-        // Prefix matching: the first row whose name starts the param's name.
-        {"aonx", "2", HOLDS(p.aon == 2)}, {"aon", "9", HOLDS(p.aon == 0)},
-        {"aon_hide_name", "yes", HOLDS(p.aon == 99 && p.flags.aon_hide_name)},
-        {"usealtnumber_as_private", "1", HOLDS(p.flags.usealtnumber_as_private && !p.flags.usealtnumber)},
-        {"usealtnumberX", "1", HOLDS(!p.flags.usealtnumber_as_private && p.flags.usealtnumber)},
-        {"min_flashtime", "100", HOLDS(p.min_flashtime == 100 && p.flashtime == 99)},
-        {"flashtime", "150", HOLDS(p.flashtime == 0 && p.min_flashtime == 99)},
-        {"tdmhottimeout", "20", HOLDS(p.tdmhottimeout == 20 && p.hottimeout == 99)},
-        {"phone2", "77", HOLDS(std::string(p.phone) == "77")}, {"Phone", "77", HOLDS(p.phone[0] == '\0')},
-        {"ph", "77", HOLDS(p.phone[0] == '\0')},
-    };
-#undef HOLDS
-    for (const auto &r : rows) {
-        auto image = fresh_image();
-        port_cfg_t &port = image->ports[5];
-        port.hottimeout = port.aon = port.flashtime = port.min_flashtime = 99;
-        EXPECT_TRUE(r.holds(store_one(*image, r.key, r.value))) << r.key << " = " << r.value;
+        std::strcpy(image->ports[5].dialing, "pulse");
+        EXPECT_STREQ(store_one(*image, "dialing", value).dialing, "DTMF") << value;
     }
 }
 

@@ -33,26 +33,6 @@ TEST(Snmp, TrapTypeAndWriter)
     }
 }
 
-// snmp_save sends the agent switch of the network settings in a node of its
-// own before the SNMP node; parsed back, only the SNMP bit changes.
-TEST(Snmp, SaveSendsTheAgentSwitchFirst)
-{
-    auto image = fresh_image();
-    image->network.flags0 = 0xFD; // every bit but SNMP
-    const auto off = support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
-    EXPECT_EQ(support::value(off.node(0), "SNMP"), "0");
-    image->network.flags0 = 0x02;
-    const auto out = support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
-    ASSERT_EQ(out.message.nodes.size(), 2u);
-    EXPECT_EQ(out.node(0).path, "config.Network.network");
-    EXPECT_EQ(support::names(out.node(0)), std::vector<std::string>{"SNMP"});
-    EXPECT_EQ(out.node(1).path, "config.Network.snmp");
-    auto back = fresh_image();
-    back->network.flags0 = 0x81;
-    all_parser(back.get(), cfgmsg::encode(out.message).data());
-    EXPECT_EQ(back->network.flags0, 0x83);
-}
-
 TEST(SnmpUsers, UserLine)
 {
     struct row {
@@ -66,7 +46,6 @@ TEST(SnmpUsers, UserLine)
         {"user_0 = \\t  a\\tb  c", "a", "b", "c"},
         {"user_0 = " + std::string(45, 'x') + " " + std::string(45, 'y') + " " + std::string(20, 'z'),
          "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx", "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy", "zzzzzzzzzzzzzzz"},
-        {"user_0x = p q r", "p", "q", "r"},               // prefix match
         {"user_1 = p q r", "old1", "old2", "old3"},
     };
     for (const row &r : rows) {
