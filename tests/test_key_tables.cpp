@@ -189,18 +189,6 @@ TEST(KeyTables, LongerNamesSelectTheFirstKeyTheyBeginWith)
     }
 }
 
-// A param name is a C string: a NUL byte inside it ends the name there.
-TEST(KeyTables, ANulByteEndsTheName)
-{
-    for (const auto &[name, stored] : {std::pair{std::string("phone\0x", 7), true}, {std::string("ph\0one", 6), false}}) {
-        cfgmsg::message m;
-        m.nodes.push_back({"config.VOIP.ports.port_1", {{name, std::string("77")}}});
-        auto image = support::fresh_image();
-        all_parser(image.get(), cfgmsg::encode(m).data());
-        EXPECT_EQ(std::string(image->ports[1].phone) == "77", stored) << name.size();
-    }
-}
-
 TEST(KeyTables, NumbersKeepTheirBoundsAndDefaults)
 {
     for_every_row([](const place &at, const key &k) {
