@@ -1,0 +1,230 @@
+// The round-trip property of the parser and the section writers, shared by
+// the fuzz target fuzz/roundtrip.cpp and the unit test over the samples:
+//
+//   1. parse a message into a fresh zero-filled image A (max_ports from
+//      header word 0 as every message fuzz target picks it: 0 gives 72, n
+//      gives n - 1);
+//   2. run every section writer over A (the one list of writers,
+//      bench/writer_families.cpp);
+//   3. parse what they wrote into a second fresh image B;
+//   4. run every writer over B: each writer's output equals its output for A
+//      byte for byte, and the list counts of B equal those of A.
+//
+// Why bytes and not members: every writer renders each member it sends
+// without loss (numbers in decimal or hex, texts up to their NUL, each bit
+// field on its own), so equal outputs mean equal members as far as any
+// writer sends them, while a member-by-member compare would need a list of
+// everything no writer sends (time-stamps, `valid` flags, application
+// areas, text bytes after the NUL). The one member compare kept is cheap
+// and sees what the bytes cannot: the list counts (`current`), which drop
+// when a writer leaves out a filled entry that A holds (the output of A and
+// of B would then both lack it, and agree).
+//
+// Both images start with the call-limit `ceiling` at its largest, as the
+// cfgmsg tool sets it: only an application sets it, and save_limits leaves
+// out every limit at or above it (all of them in a zero-filled image).
+//
+// The exceptions, the values the library deliberately does not give back
+// as written, are all in `excused` below with their reasons.
+#pragma once
+
+#include "msgtext.h"
+#include "writer_families.h"
+
+#include <cfgparser.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <new>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace roundtrip {
+
+using bytes = std::vector<uint8_t>;
+
+struct image_free {
+    void operator()(cfg_image_t *image) const noexcept { std::free(image); }
+};
+using image_ptr = std::unique_ptr<cfg_image_t, image_free>;
+
+// Header word 0, which the parser does not read, picks max_ports.
+inline uint32_t max_ports_of(const uint8_t *message) noexcept
+{
+    uint32_t word0 = 0;
+    std::memcpy(&word0, message, sizeof word0); // little-endian, like the target
+    return word0 == 0 ? CFG_MAX_PORTS : word0 - 1;
+}
+
+inline image_ptr fresh_image(uint32_t max_ports)
+{
+    image_ptr image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
+    if (!image)
+        throw std::bad_alloc();
+    image->max_ports = max_ports;
+    image->limits.ceiling = UINT32_MAX;
+    return image;
+}
+
+// Every writer's output for `image`, in the order of the list.
+inline std::vector<bytes> write_all(const cfg_image_t &image)
+{
+    static bytes buffer(bench::writer_buffer_size);
+    std::vector<bytes> out;
+    for (const bench::writer_family &family : bench::writer_families())
+        for (const bench::writer_call &call : family.calls) {
+            uint8_t *cursor = buffer.data();
+            const int n = call.write(&cursor, image);
+            out.emplace_back(buffer.begin(), buffer.begin() + (n > 0 ? n : 0));
+        }
+    return out;
+}
+
+// Parses the outputs that make up the configuration (not the summaries
+// that repeat other writers' nodes, see writer_call::in_full_config), each
+// as a message of its own, as the configuration manager would send them.
+inline void parse_all(cfg_image_t &image, const std::vector<bytes> &outputs)
+{
+    std::size_t i = 0;
+    for (const bench::writer_family &family : bench::writer_families())
+        for (const bench::writer_call &call : family.calls) {
+            const bytes &body = outputs[i++];
+            if (!call.in_full_config || body.empty())
+                continue;
+            bytes message(CFG_MSG_HEADER_SIZE + body.size(), 0);
+            const auto length = static_cast<uint32_t>(body.size());
+            for (int k = 0; k < 4; ++k)
+                message[CFG_MSG_BODY_LENGTH_OFFSET + k] = static_cast<uint8_t>(length >> (8 * k));
+            std::memcpy(message.data() + CFG_MSG_HEADER_SIZE, body.data(), body.size());
+            all_parser(&image, message.data());
+        }
+}
+
+// Param of one writer's output: path, name and occurrence of the name in
+// its node.
+using param_key = std::tuple<std::string, std::string, std::size_t>;
+using param_values = std::map<param_key, std::optional<std::string>>;
+
+inline bool decode_params(const bytes &body, param_values &out, std::vector<param_key> &order)
+{
+    cfgmsg::message m;
+    cfgmsg::wire_error err;
+    if (!cfgmsg::decode_body(body, 0, m, err))
+        return false;
+    for (const cfgmsg::node &nd : m.nodes) {
+        std::map<std::string, std::size_t> seen;
+        for (const cfgmsg::param &p : nd.params) {
+            param_key key{nd.path, p.name, seen[p.name]++};
+            order.push_back(key);
+            out.emplace(std::move(key), p.value);
+        }
+    }
+    return true;
+}
+
+// What the writers send for a zero-filled image, and for the image that the
+// parser makes of that output (the defaults), per max_ports.
+struct zero_outputs {
+    std::vector<bytes> zero;
+    std::vector<bytes> defaults;
+};
+
+inline const zero_outputs &zero_outputs_for(uint32_t max_ports)
+{
+    static std::map<uint32_t, zero_outputs> cache;
+    auto it = cache.find(max_ports);
+    if (it == cache.end()) {
+        const image_ptr zero = fresh_image(max_ports);
+        zero_outputs z{write_all(*zero), {}};
+        const image_ptr defaults = fresh_image(max_ports);
+        parse_all(*defaults, z.zero);
+        z.defaults = write_all(*defaults);
+        it = cache.emplace(max_ports, std::move(z)).first;
+    }
+    return it->second;
+}
+
+inline std::optional<std::string> value_at(const bytes &body, const param_key &key)
+{
+    param_values values;
+    std::vector<param_key> order;
+    decode_params(body, values, order);
+    const auto it = values.find(key);
+    return it == values.end() ? std::optional<std::string>("(missing)") : it->second;
+}
+
+// THE EXCEPTIONS: a param of writer call `call` written as `a` for image A
+// and as `b` for image B, where the library deliberately does not give back
+// what it wrote. Returns the reason, or nullptr when the difference is a
+// fault.
+inline const char *excused(std::size_t call, const param_key &key, const std::optional<std::string> &a,
+                           const std::optional<std::string> &b, uint32_t max_ports)
+{
+    // A member that no message set still holds the zero fill of the
+    // application's image, which is no value the parser would store for
+    // many params (a range starting above 0, a text with a default); the
+    // first parse of it stores the param's default instead. Recognised by
+    // A sending what a zero-filled image sends and B what the parser makes
+    // of that, so a stored value that does not come back is still caught.
+    const zero_outputs &z = zero_outputs_for(max_ports);
+    if (a == value_at(z.zero[call], key) && b == value_at(z.defaults[call], key))
+        return "zero fill of a member no message set, replaced by the parser's default";
+    return nullptr;
+}
+
+// The list counts of an image, in a fixed order.
+inline std::vector<uint32_t> list_counts(const cfg_image_t &im)
+{
+    std::vector<uint32_t> out{im.groups.current, im.fxo_groups.current, im.hosts.current, im.mac_filter.current,
+                              im.routes.current, im.firewall.current, im.limits.current};
+    for (const profile_dialplan_cfg_t &plan : im.dialplans)
+        out.push_back(plan.current);
+    for (const modifier_cfg_t &m : im.modifiers)
+        out.push_back(m.count);
+    return out;
+}
+
+// Checks the property for one whole message (its body length field must
+// match its size). Returns an empty string when it holds, otherwise the
+// first fault found.
+inline std::string check(const uint8_t *message)
+{
+    const uint32_t max_ports = max_ports_of(message);
+    const image_ptr a = fresh_image(max_ports);
+    all_parser(a.get(), message);
+    const std::vector<bytes> out_a = write_all(*a);
+
+    const image_ptr b = fresh_image(max_ports);
+    parse_all(*b, out_a);
+    const std::vector<bytes> out_b = write_all(*b);
+
+    for (std::size_t call = 0; call < out_a.size(); ++call) {
+        if (out_a[call] == out_b[call])
+            continue;
+        const std::string where = "writer call " + std::to_string(call) + ": ";
+        param_values va, vb;
+        std::vector<param_key> order_a, order_b;
+        if (!decode_params(out_a[call], va, order_a) || !decode_params(out_b[call], vb, order_b))
+            return where + "a malformed body";
+        if (order_a != order_b)
+            return where + "the two outputs carry different nodes or params";
+        for (const param_key &key : order_a) {
+            const auto &x = va[key];
+            const auto &y = vb[key];
+            if (x == y || excused(call, key, x, y, max_ports) != nullptr)
+                continue;
+            return where + std::get<0>(key) + " " + std::get<1>(key) + ": '" + x.value_or("(none)") +
+                   "' came back as '" + y.value_or("(none)") + "'";
+        }
+    }
+    if (list_counts(*a) != list_counts(*b))
+        return "a list count differs between the two images";
+    return {};
+}
+
+} // namespace roundtrip
