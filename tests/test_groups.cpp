@@ -51,6 +51,12 @@ TEST(GroupPortsText, AcceptedAndRefusedTexts)
         {"1,,2", 8, -1, {5, 6}, ""},
         {numbers_text(72, 71), 72, 0, std::vector<uint32_t>(72, 71), ""},
         {numbers_text(73, 1), 72, -1, {5, 6}, ""},
+        // An application announcing more ports than the 72 records: the
+        // bound stays at 72.
+        {"0,71", 200, 0, {0, 71}, ""},
+        {"72", 73, -1, {5, 6}, "ARG error!!! s = 72  max_ports = 73"},
+        {"0,150", 200, -1, {5, 6}, "ARG error!!! s = 150  max_ports = 200"},
+        {"199", 200, -1, {5, 6}, "ARG error!!! s = 199  max_ports = 200"},
     };
     for (const row &r : rows) {
         auto image = fresh_image(r.max_ports);
