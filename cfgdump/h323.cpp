@@ -9,6 +9,8 @@ extern "C" {
 
 int h323_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("h323_save", cursor, {h323}))
+        return 0;
     msg_writer w(cursor, "h323_save");
     w.node("config.VOIP.h323");
     w.uint("enableh323", h323->enableh323);
@@ -30,6 +32,8 @@ int h323_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT
 
 int RANGE_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("RANGE_save", cursor, {h323}))
+        return 0;
     msg_writer w(cursor, "RANGE_save");
     w.node("config.VOIP.range");
     w.uint("tcpportmin", h323->tcpportmin);

@@ -130,6 +130,8 @@ extern "C" {
 
 int save_network(uint8_t **cursor, const network_cfg_t *network, const lldp_cfg_t *lldp) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_network", cursor, {network, lldp}))
+        return 0;
     msg_writer w(cursor, "save_network");
     cfg::dump::network_node(w, *network);
     cfg::dump::lldp_node(w, *lldp);
@@ -138,6 +140,8 @@ int save_network(uint8_t **cursor, const network_cfg_t *network, const lldp_cfg_
 
 int save_autoupdate(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_autoupdate", cursor, {network}))
+        return 0;
     msg_writer w(cursor, "save_autoupdate");
     w.node(cfg::dump::network_path);
     w.uint("AUTOUPDATE", cfg::dump::bit(network->flags1, nb::autoupdate));
@@ -162,6 +166,8 @@ int save_autoupdate(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 
 int save_ntp(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_ntp", cursor, {network}))
+        return 0;
     msg_writer w(cursor, "save_ntp");
     w.node(cfg::dump::network_path);
     w.uint("NTPEN", cfg::dump::bit(network->flags0, nb::ntpen));
@@ -177,6 +183,8 @@ int save_ntp(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 
 int save_radius(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_radius", cursor, {network}))
+        return 0;
     msg_writer w(cursor, "save_radius");
     w.node(cfg::dump::network_path);
     w.uint("RADIUS_ENABLE", cfg::dump::bit(network->flags1, nb::radius_enable));
@@ -188,6 +196,8 @@ int save_radius(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 
 int language_save(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("language_save", cursor, {network}))
+        return 0;
     msg_writer w(cursor, "language_save");
     w.node(cfg::dump::network_path);
     w.text("LANGUAGE", network->language);

@@ -74,6 +74,8 @@ extern "C" {
 
 int all_ports_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("all_ports_to_file", cursor, {image}))
+        return 0;
     msg_writer w(cursor, "all_ports_to_file");
     for (uint32_t i = 0; i < ports_to_write(*image); ++i)
         port_summary(w, i, image->ports[i]);
@@ -82,6 +84,8 @@ int all_ports_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT
 
 int all_ports_pickup_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("all_ports_pickup_to_file", cursor, {image}))
+        return 0;
     msg_writer w(cursor, "all_ports_pickup_to_file");
     for (uint32_t i = 0; i < ports_to_write(*image); ++i)
         port_pickup(w, i, image->ports[i]);
@@ -91,6 +95,8 @@ int all_ports_pickup_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOE
 // Every member of the port except ct_number.
 int one_port_to_file(uint8_t **cursor, uint32_t port, const port_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("one_port_to_file", cursor, {cfg}, port, CFG_MAX_PORTS))
+        return 0;
     pickup_text groups;
     build_pickup_text(cfg->pickupgroup, groups);
     cfg_trace(4, "PICKUP %s for port %d", groups, static_cast<int>(port));
@@ -192,6 +198,8 @@ int one_port_to_file(uint8_t **cursor, uint32_t port, const port_cfg_t *cfg) CFG
 // and call-forwarding targets belong to each port and are not written here.
 int profile_def_port_to_file(uint8_t **cursor, uint32_t profile, const port_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("profile_def_port_to_file", cursor, {cfg}, profile, CFG_PORT_PROFILES))
+        return 0;
     msg_writer w(cursor, "profile_def_port_to_file");
     port_node(w, "config.VOIP.ports.port_def_%d", profile);
     w.uint("aon", cfg->aon);

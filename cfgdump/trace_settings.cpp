@@ -11,6 +11,8 @@ extern "C" {
 
 int syslog_save(uint8_t **cursor, const trace_cfg_t *trace) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("syslog_save", cursor, {trace}))
+        return 0;
     const uint8_t f = trace->flags;
     msg_writer w(cursor, "syslog_save");
     w.node("config.VOIP.trace");
