@@ -6,7 +6,7 @@
 //      gives n - 1);
 //   2. run every section writer over A (the one list of writers,
 //      bench/writer_families.cpp);
-//   3. parse what they wrote into a second fresh image B;
+//   3. parse what they wrote into a second fresh image B (as one message);
 //   4. run every writer over B: each writer's output equals its output for A
 //      byte for byte, and the list counts of B equal those of A.
 //
@@ -24,8 +24,8 @@
 // cfgmsg tool sets it: only an application sets it, and save_limits leaves
 // out every limit at or above it (all of them in a zero-filled image).
 //
-// The exceptions, the values the library deliberately does not give back
-// as written, are all in `excused` below with their reasons.
+// The exceptions, what the library deliberately does not give back as
+// written, are all listed at `excused` below with their reasons.
 #pragma once
 
 #include "msgtext.h"
@@ -86,23 +86,26 @@ inline std::vector<bytes> write_all(const cfg_image_t &image)
 }
 
 // Parses the outputs that make up the configuration (not the summaries
-// that repeat other writers' nodes, see writer_call::in_full_config), each
-// as a message of its own, as the configuration manager would send them.
+// that repeat other writers' nodes, see writer_call::in_full_config) as one
+// message, their nodes in the order of the list, as the configuration
+// manager sends a whole configuration (one recount at its end).
 inline void parse_all(cfg_image_t &image, const std::vector<bytes> &outputs)
 {
+    bytes message(CFG_MSG_HEADER_SIZE, 0);
+    message.push_back(CFG_MSG_OP_CONFIG);
     std::size_t i = 0;
     for (const bench::writer_family &family : bench::writer_families())
         for (const bench::writer_call &call : family.calls) {
             const bytes &body = outputs[i++];
-            if (!call.in_full_config || body.empty())
-                continue;
-            bytes message(CFG_MSG_HEADER_SIZE + body.size(), 0);
-            const auto length = static_cast<uint32_t>(body.size());
-            for (int k = 0; k < 4; ++k)
-                message[CFG_MSG_BODY_LENGTH_OFFSET + k] = static_cast<uint8_t>(length >> (8 * k));
-            std::memcpy(message.data() + CFG_MSG_HEADER_SIZE, body.data(), body.size());
-            all_parser(&image, message.data());
+            // Nodes only: without the operation byte and the closing byte.
+            if (call.in_full_config && body.size() > 2)
+                message.insert(message.end(), body.begin() + 1, body.end() - 1);
         }
+    message.push_back(0);
+    const auto length = static_cast<uint32_t>(message.size() - CFG_MSG_HEADER_SIZE);
+    for (int k = 0; k < 4; ++k)
+        message[CFG_MSG_BODY_LENGTH_OFFSET + k] = static_cast<uint8_t>(length >> (8 * k));
+    all_parser(&image, message.data());
 }
 
 // Param of one writer's output: path, name and occurrence of the name in
@@ -163,33 +166,46 @@ inline bool holds(const param_values &values, const param_key &key, const std::o
     return it != values.end() && it->second == value;
 }
 
-// THE EXCEPTIONS: a param of writer call `call` written as `a` for image A
-// and as `b` for image B, where the library deliberately does not give back
-// what it wrote. Returns the reason, or nullptr when the difference is a
+// THE EXCEPTIONS: what the library deliberately does not give back as
+// written, each with its reason. Everything else that differs is a fault.
+//
+//  1. A message that turns out malformed (a length running past the body)
+//     ends the parse at once without the recount of the lists: what came
+//     before it stays stored, but `current` still counts the lists as they
+//     were, and the list writers send only `current` entries. Image A is
+//     therefore recounted after its parse (as a waiting thread does after
+//     its timeout) before the writers run; a parse that ended normally has
+//     recounted already, and the recount changes nothing.
+//  2. A member that no message set still holds the zero fill of the
+//     application's image, which is no value the parser would store for
+//     many params (a range starting above 0, a text with a default); the
+//     first parse of it stores the param's default instead. Recognised by A
+//     sending what a zero-filled image sends and B what the parser makes of
+//     that, so a stored value that does not come back is still caught.
+//
+// excused() applies exception 2 to a param of writer call `call` written as
+// `a` for image A and as `b` for image B: the reason, or nullptr for a
 // fault.
 inline const char *excused(const zero_outputs &z, std::size_t call, const param_key &key,
                            const std::optional<std::string> &a, const std::optional<std::string> &b)
 {
-    // A member that no message set still holds the zero fill of the
-    // application's image, which is no value the parser would store for
-    // many params (a range starting above 0, a text with a default); the
-    // first parse of it stores the param's default instead. Recognised by
-    // A sending what a zero-filled image sends and B what the parser makes
-    // of that, so a stored value that does not come back is still caught.
     if (holds(z.zero_params[call], key, a) && holds(z.default_params[call], key, b))
         return "zero fill of a member no message set, replaced by the parser's default";
     return nullptr;
 }
 
-// The list counts of an image, in a fixed order.
-inline std::vector<uint32_t> list_counts(const cfg_image_t &im)
+// The list counts of an image, named.
+inline std::vector<std::pair<std::string, uint32_t>> list_counts(const cfg_image_t &im)
 {
-    std::vector<uint32_t> out{im.groups.current, im.fxo_groups.current, im.hosts.current, im.mac_filter.current,
-                              im.routes.current, im.firewall.current, im.limits.current};
-    for (const profile_dialplan_cfg_t &plan : im.dialplans)
-        out.push_back(plan.current);
-    for (const modifier_cfg_t &m : im.modifiers)
-        out.push_back(m.count);
+    std::vector<std::pair<std::string, uint32_t>> out{
+        {"groups", im.groups.current},         {"fxo_groups", im.fxo_groups.current},
+        {"hosts", im.hosts.current},           {"mac_filter", im.mac_filter.current},
+        {"routes", im.routes.current},         {"firewall", im.firewall.current},
+        {"limits", im.limits.current}};
+    for (int p = 0; p < CFG_PROFILES; ++p)
+        out.emplace_back("dialplans[" + std::to_string(p) + "]", im.dialplans[p].current);
+    for (int m = 0; m < CFG_MODIFIERS; ++m)
+        out.emplace_back("modifiers[" + std::to_string(m) + "]", im.modifiers[m].count);
     return out;
 }
 
@@ -201,6 +217,7 @@ inline std::string check(const uint8_t *message)
     const uint32_t max_ports = max_ports_of(message);
     const image_ptr a = fresh_image(max_ports);
     all_parser(a.get(), message);
+    recalculate_start_and_current_after_timeout(a.get()); // exception 1
     const std::vector<bytes> out_a = write_all(*a);
 
     const image_ptr b = fresh_image(max_ports);
@@ -229,8 +246,12 @@ inline std::string check(const uint8_t *message)
                    "' came back as '" + y.value_or("(none)") + "'";
         }
     }
-    if (list_counts(*a) != list_counts(*b))
-        return "a list count differs between the two images";
+    const auto counts_a = list_counts(*a);
+    const auto counts_b = list_counts(*b);
+    for (std::size_t i = 0; i < counts_a.size(); ++i)
+        if (counts_a[i] != counts_b[i])
+            return "list count of " + counts_a[i].first + ": " + std::to_string(counts_a[i].second) +
+                   " in the first image, " + std::to_string(counts_b[i].second) + " in the second";
     return {};
 }
 
