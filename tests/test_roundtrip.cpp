@@ -40,4 +40,14 @@ TEST(RoundTrip, EverySampleAtSeveralPortCounts)
     EXPECT_GE(samples, 2);
 }
 
+// A registering profile sends its account block, whose members no message
+// set: their zero fill comes back as the parser's defaults (exception 2,
+// param by param).
+TEST(RoundTrip, ZeroFilledMembersOfASectionThatWasSet)
+{
+    const std::vector<uint8_t> message =
+        cfgmsg::message_from_text("[config.VOIP.profile.profile_6.sip]\n mode = 1\n");
+    EXPECT_EQ(roundtrip::check(message.data()), "");
+}
+
 } // namespace
