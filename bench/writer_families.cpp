@@ -93,9 +93,13 @@ std::vector<writer_family> make_families()
     sw.calls.push_back({[](uint8_t **c, const image_t &im) { return vlan_config_save(c, &im.switch_cfg); }});
     sw.calls.push_back({[](uint8_t **c, const image_t &im) { return qos_save(c, &im.switch_cfg); }});
     sw.calls.push_back({[](uint8_t **c, const image_t &im) { return switch_config_save(c, &im.switch_cfg); }});
+    // Each rule again on its own: switch_config_save already sends them all,
+    // blanking the rules not in use, while ins_rule_in_vtu sends whatever it
+    // is given as a rule in use.
     for (int32_t r = 0; r < CFG_VTU_RULES; ++r)
         sw.calls.push_back(
-            {[r](uint8_t **c, const image_t &im) { return ins_rule_in_vtu(c, r, &im.switch_cfg.vtu[r]); }});
+            {[r](uint8_t **c, const image_t &im) { return ins_rule_in_vtu(c, r, &im.switch_cfg.vtu[r]); },
+             false});
     f.push_back(std::move(sw));
     return f;
 }

@@ -18,7 +18,8 @@ inline constexpr std::size_t writer_buffer_size = 1u << 20;
 struct writer_call {
     std::function<int(uint8_t **, const cfg_image_t &)> write;
     // Part of the full configuration the generated message is made of
-    // (summaries that repeat other nodes are not).
+    // (summaries that repeat other nodes are not). The round-trip property
+    // (fuzz/roundtrip.h) parses only these calls and compares all of them.
     bool in_full_config = true;
 };
 

@@ -52,6 +52,8 @@ extern "C" {
 // Every cadence is written, empty ones included.
 int cadence_config_save(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("cadence_config_save", cursor, {image}))
+        return 0;
     msg_writer w(cursor, "cadence_config_save");
     for (int c = 0; c < CFG_CADENCES; ++c)
         cadence_node(w, c, image->cadences[c]);

@@ -44,6 +44,8 @@ extern "C" {
 
 uint32_t codec_params_save(uint8_t **cursor, const codecs_cfg_t *codecs, uint32_t running) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("codec_params_save", cursor, {codecs}))
+        return running;
     msg_writer w = msg_writer::continuing(cursor, running);
     codec_params(w, *codecs);
     return w.running();
@@ -51,6 +53,8 @@ uint32_t codec_params_save(uint8_t **cursor, const codecs_cfg_t *codecs, uint32_
 
 int profile_codecs_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("profile_codecs_save", cursor, {cfg}, profile, CFG_PROFILES))
+        return 0;
     char path[64];
     std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.codecs", profile);
     msg_writer w(cursor, "profile_codecs_save");
@@ -62,6 +66,8 @@ int profile_codecs_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg)
 
 int dialplan_profile_save(uint8_t **cursor, int number, const dialplan_profile_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("dialplan_profile_save", cursor, {cfg}, number, CFG_DIALPLAN_PROFILES))
+        return 0;
     char path[64];
     std::snprintf(path, sizeof path, "config.VOIP.dialplan_profiles.dialplan_profile%d", number);
     msg_writer w(cursor, "dialplan_profile_save");

@@ -20,6 +20,8 @@ extern "C" {
 
 int dvo_config_save(uint8_t **cursor, const dvo_cfg_t *dvo) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("dvo_config_save", cursor, {dvo}))
+        return 0;
     msg_writer w(cursor, "dvo_config_save");
     w.node("config.VOIP.dvo");
     w.fields(keys::dvo_keys, dvo_order, dvo);

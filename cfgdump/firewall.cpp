@@ -27,6 +27,8 @@ extern "C" {
 // 29 goes out with no value so that the receiver clears it.
 int all_firewall_to_file(uint8_t **cursor, const firewall_cfg_t *firewall) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("all_firewall_to_file", cursor, {firewall}))
+        return 0;
     msg_writer w(cursor, "all_firewall_to_file");
     w.node("config.Network.rules");
     uint32_t k = 0;
@@ -40,6 +42,8 @@ int all_firewall_to_file(uint8_t **cursor, const firewall_cfg_t *firewall) CFG_N
 
 int firewall_to_file(uint8_t **cursor, uint32_t slot, const firewall_rule_t *rule) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("firewall_to_file", cursor, {rule}))
+        return 0;
     msg_writer w(cursor, "firewall_to_file");
     w.node("config.Network.rules");
     rule_param(w, slot, *rule);

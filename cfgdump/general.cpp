@@ -20,6 +20,8 @@ extern "C" {
 
 int general_save(uint8_t **cursor, const general_cfg_t *general) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("general_save", cursor, {general}))
+        return 0;
     msg_writer w(cursor, "general_save");
     w.node("config.VOIP.general");
     w.fields(keys::general_keys, general_order, general);

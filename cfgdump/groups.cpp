@@ -59,25 +59,24 @@ extern "C" {
 
 int groups_to_file(uint8_t **cursor, const group_cfg_t *entries, int fxo) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("groups_to_file", cursor, {entries}))
+        return 0;
     using namespace cfg::dump;
     msg_writer w(cursor, "groups_to_file");
     const bool line_ports = fxo != 0;
     int j = 0;
-    // A null record writes only the frame.
-    if (entries != nullptr) {
-        for (int i = 0; i < group_count; ++i) {
-            const group_cfg_t &g = entries[i];
-            char name[sizeof g.name + 1] = {};
-            std::memcpy(name, g.name, sizeof g.name);
-            cfg_trace(4, " SAVE GROUP %d valid %d name %s.", i, static_cast<int>(g.valid), name);
-            if (g.valid != 0)
-                group_node(w, g, line_ports, j++);
-        }
-        for (int k = j; k < group_count; ++k) {
-            char path[48];
-            group_path(path, line_ports, k);
-            w.node(path);
-        }
+    for (int i = 0; i < group_count; ++i) {
+        const group_cfg_t &g = entries[i];
+        char name[sizeof g.name + 1] = {};
+        std::memcpy(name, g.name, sizeof g.name);
+        cfg_trace(4, " SAVE GROUP %d valid %d name %s.", i, static_cast<int>(g.valid), name);
+        if (g.valid != 0)
+            group_node(w, g, line_ports, j++);
+    }
+    for (int k = j; k < group_count; ++k) {
+        char path[48];
+        group_path(path, line_ports, k);
+        w.node(path);
     }
     return w.finish();
 }

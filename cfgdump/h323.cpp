@@ -25,6 +25,8 @@ extern "C" {
 
 int h323_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("h323_save", cursor, {h323}))
+        return 0;
     msg_writer w(cursor, "h323_save");
     w.node("config.VOIP.h323");
     w.fields(keys::h323_keys, h323_order, h323);
@@ -33,6 +35,8 @@ int h323_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT
 
 int RANGE_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("RANGE_save", cursor, {h323}))
+        return 0;
     msg_writer w(cursor, "RANGE_save");
     w.node("config.VOIP.range");
     w.fields(keys::range_keys, range_order, h323);

@@ -20,6 +20,8 @@ extern "C" {
 // fewer filled hosts than `current` says, the count follows what is sent.
 int sendHostsToCfgMngr(uint8_t **cursor, const hosts_cfg_t *hosts) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("sendHostsToCfgMngr", cursor, {hosts}))
+        return 0;
     msg_writer w(cursor, "sendHostsToCfgMngr");
     w.node("config.Network.hosts");
     uint32_t k = 0;

@@ -21,6 +21,8 @@ extern "C" {
 
 int ipsec_save(uint8_t **cursor, const ipsec_cfg_t *ipsec, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("ipsec_save", cursor, {ipsec, network}))
+        return 0;
     msg_writer w(cursor, "ipsec_save");
     w.node("config.Network.IPSec");
     w.fields(cfg::keys::ipsec_keys, ipsec_sent, ipsec);

@@ -22,10 +22,9 @@ extern "C" {
 
 int save_limits(uint8_t **cursor, const limit_cfg_t *limits) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_limits", cursor, {limits}))
+        return 0;
     msg_writer w(cursor, "save_limits");
-    // A null record writes only the frame.
-    if (limits == nullptr)
-        return w.finish();
     const limit_cfg_t &r = *limits;
     constexpr uint32_t entries = std::size(limit_cfg_t{}.value);
 

@@ -18,6 +18,8 @@ extern "C" {
 
 int sendMacsToCfgMngr(uint8_t **cursor, const mac_filter_cfg_t *macs) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("sendMacsToCfgMngr", cursor, {macs}))
+        return 0;
     msg_writer w(cursor, "sendMacsToCfgMngr");
     w.node("config.Network.mac_filter");
     w.field(cfg::keys::row(mac_filter_keys, "mac_filter_mode"), macs);

@@ -32,11 +32,10 @@ extern "C" {
 
 int modifier_to_file(uint8_t **cursor, int number, const modifier_cfg_t *modifier) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("modifier_to_file", cursor, {modifier}, number, CFG_MODIFIERS))
+        return 0;
     using namespace cfg::dump;
     msg_writer w(cursor, "modifier_to_file");
-    // A null record writes only the frame.
-    if (modifier == nullptr)
-        return w.finish();
     const modifier_cfg_t &m = *modifier;
     constexpr uint32_t rule_count = std::size(modifier_cfg_t{}.rules);
 

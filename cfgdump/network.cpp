@@ -74,6 +74,8 @@ extern "C" {
 
 int save_network(uint8_t **cursor, const network_cfg_t *network, const lldp_cfg_t *lldp) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_network", cursor, {network, lldp}))
+        return 0;
     msg_writer w(cursor, "save_network");
     w.node(cfg::dump::network_path);
     w.fields(cfg::keys::network_keys, cfg::dump::network_sent, network);
@@ -84,21 +86,29 @@ int save_network(uint8_t **cursor, const network_cfg_t *network, const lldp_cfg_
 
 int save_autoupdate(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_autoupdate", cursor, {network}))
+        return 0;
     return network_frame(cursor, "save_autoupdate", cfg::dump::autoupdate_sent, *network);
 }
 
 int save_ntp(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_ntp", cursor, {network}))
+        return 0;
     return network_frame(cursor, "save_ntp", cfg::dump::ntp_sent, *network);
 }
 
 int save_radius(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_radius", cursor, {network}))
+        return 0;
     return network_frame(cursor, "save_radius", cfg::dump::radius_sent, *network);
 }
 
 int language_save(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("language_save", cursor, {network}))
+        return 0;
     return network_frame(cursor, "language_save", cfg::dump::language_sent, *network);
 }
 

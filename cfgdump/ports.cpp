@@ -80,6 +80,8 @@ extern "C" {
 
 int all_ports_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("all_ports_to_file", cursor, {image}))
+        return 0;
     msg_writer w(cursor, "all_ports_to_file");
     for (uint32_t i = 0; i < ports_to_write(*image); ++i) {
         port_node(w, "config.VOIP.ports.port_%d", i);
@@ -90,6 +92,8 @@ int all_ports_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT
 
 int all_ports_pickup_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("all_ports_pickup_to_file", cursor, {image}))
+        return 0;
     msg_writer w(cursor, "all_ports_pickup_to_file");
     for (uint32_t i = 0; i < ports_to_write(*image); ++i) {
         port_node(w, "config.VOIP.ports.port_%d", i);
@@ -100,6 +104,8 @@ int all_ports_pickup_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOE
 
 int one_port_to_file(uint8_t **cursor, uint32_t port, const port_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("one_port_to_file", cursor, {cfg}, port, CFG_MAX_PORTS))
+        return 0;
     cfg::dump::pickup_text groups;
     cfg::dump::build_pickup_text(cfg->pickupgroup, groups);
     cfg_trace(4, "PICKUP %s for port %d", groups, static_cast<int>(port));
@@ -112,6 +118,8 @@ int one_port_to_file(uint8_t **cursor, uint32_t port, const port_cfg_t *cfg) CFG
 
 int profile_def_port_to_file(uint8_t **cursor, uint32_t profile, const port_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("profile_def_port_to_file", cursor, {cfg}, profile, CFG_PORT_PROFILES))
+        return 0;
     msg_writer w(cursor, "profile_def_port_to_file");
     port_node(w, "config.VOIP.ports.port_def_%d", profile);
     w.fields(keys::port_keys, port_def_keys, cfg);

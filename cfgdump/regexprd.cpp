@@ -21,9 +21,9 @@ extern "C" {
 int profile_dialplan_regular_to_file(uint8_t **cursor, int profile,
                                      const profile_dialplan_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("profile_dialplan_regular_to_file", cursor, {cfg}, profile, CFG_PROFILES))
+        return 0;
     msg_writer w(cursor, "profile_dialplan_regular_to_file");
-    if (cfg == nullptr)
-        return w.finish();
     char path[64];
     std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.regexprd", profile);
     w.node(path);

@@ -44,6 +44,8 @@ extern "C" {
 
 int sendRoutesToCfgMngr(uint8_t **cursor, const routes_cfg_t *routes) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("sendRoutesToCfgMngr", cursor, {routes}))
+        return 0;
     msg_writer w(cursor, "sendRoutesToCfgMngr");
     w.node("config.Network.routes");
     uint32_t k = 0;

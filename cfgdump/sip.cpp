@@ -20,6 +20,8 @@ extern "C" {
 
 int common_sip_save(uint8_t **cursor, const sip_cfg_t *sip) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("common_sip_save", cursor, {sip}))
+        return 0;
     msg_writer w(cursor, "common_sip_save");
     w.node("config.VOIP.sip");
     w.fields(keys::sip_keys, sip_order, sip);

@@ -14,6 +14,8 @@ extern "C" {
 // All 16 cadences are sent, empty ones included (their texts as "").
 int profile_alert_info_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("profile_alert_info_save", cursor, {cfg}, profile, CFG_PROFILES))
+        return 0;
     msg_writer w(cursor, "profile_alert_info_save");
     for (int c = 0; c < CFG_SIP_CADENCES; ++c) {
         const sip_cadence_cfg_t &cadence = cfg->sip.sip_cadences[c];

@@ -99,6 +99,8 @@ extern "C" {
 
 int profile_sip_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("profile_sip_save", cursor, {cfg}, profile, CFG_PROFILES))
+        return 0;
     const profile_sip_cfg_t &s = cfg->sip;
     char path[64];
     std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.sip", profile);

@@ -24,6 +24,8 @@ extern "C" {
 
 int snmp_save(uint8_t **cursor, const snmp_cfg_t *snmp, const network_cfg_t *network) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("snmp_save", cursor, {snmp, network}))
+        return 0;
     const char *trap_version = snmp->trap_type == 2 ? "v2" : "v1";
     msg_writer w(cursor, "snmp_save");
     cfg::dump::network_snmp_node(w, *network);
@@ -36,6 +38,8 @@ int snmp_save(uint8_t **cursor, const snmp_cfg_t *snmp, const network_cfg_t *net
 
 int snmp_user_save(uint8_t **cursor, const snmp_cfg_t *snmp) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("snmp_user_save", cursor, {snmp}))
+        return 0;
     using cfg::lists::filled;
     const snmp_user_t &u = snmp->user;
     msg_writer w(cursor, "snmp_user_save");

@@ -6,6 +6,8 @@ extern "C" {
 
 int switch_config_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("switch_config_save", cursor, {sw}))
+        return 0;
     namespace nodes = cfg::dump::switch_nodes;
     cfg::dump::msg_writer w(cursor, "switch_config_save");
     nodes::vlan(w, *sw);

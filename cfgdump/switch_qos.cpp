@@ -30,6 +30,8 @@ extern "C" {
 
 int qos_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("qos_save", cursor, {sw}))
+        return 0;
     cfg::dump::msg_writer w(cursor, "qos_save");
     cfg::dump::switch_nodes::qos(w, *sw);
     return w.finish();

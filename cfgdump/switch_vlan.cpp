@@ -47,6 +47,8 @@ extern "C" {
 
 int vlan_config_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("vlan_config_save", cursor, {sw}))
+        return 0;
     cfg::dump::msg_writer w(cursor, "vlan_config_save");
     cfg::dump::switch_nodes::vlan(w, *sw);
     return w.finish();

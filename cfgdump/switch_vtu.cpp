@@ -47,6 +47,8 @@ extern "C" {
 
 int del_rule_from_vtu(uint8_t **cursor, int32_t index) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("del_rule_from_vtu", cursor, {}))
+        return 0;
     cfg::dump::msg_writer w(cursor, "del_rule_from_vtu");
     w.node("config.Switch.vtu");
     cfg::dump::switch_nodes::vtu_blank(w, index);
@@ -55,6 +57,8 @@ int del_rule_from_vtu(uint8_t **cursor, int32_t index) CFG_NOEXCEPT
 
 int ins_rule_in_vtu(uint8_t **cursor, int32_t index, const vtu_rule_t *rule) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("ins_rule_in_vtu", cursor, {rule}))
+        return 0;
     cfg::dump::msg_writer w(cursor, "ins_rule_in_vtu");
     w.node("config.Switch.vtu");
     cfg::dump::switch_nodes::vtu_rule(w, index, *rule);

@@ -10,6 +10,8 @@ extern "C" {
 
 int tones_save(uint8_t **cursor, const tones_cfg_t *tones) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("tones_save", cursor, {tones}))
+        return 0;
     msg_writer w(cursor, "tones_save");
     w.node("config.VOIP.tones");
     w.fields(cfg::keys::tones_keys, tones);

@@ -10,6 +10,8 @@ extern "C" {
 
 int save_acs(uint8_t **cursor, const tr069_cfg_t *tr069) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("save_acs", cursor, {tr069}))
+        return 0;
     msg_writer w(cursor, "save_acs");
     w.node("config.Network.TR069");
     w.fields(cfg::keys::tr069_keys, tr069);

@@ -22,6 +22,8 @@ extern "C" {
 
 int syslog_save(uint8_t **cursor, const trace_cfg_t *trace) CFG_NOEXCEPT
 {
+    if (cfg::dump::refused("syslog_save", cursor, {trace}))
+        return 0;
     msg_writer w(cursor, "syslog_save");
     w.node("config.VOIP.trace");
     w.fields(keys::trace_keys, levels_and_flags, trace);

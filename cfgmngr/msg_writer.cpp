@@ -8,6 +8,28 @@
 
 namespace cfg::dump {
 
+bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const void *> records, int line) noexcept
+{
+    bool missing = cursor == nullptr || *cursor == nullptr;
+    for (const void *record : records)
+        missing = missing || record == nullptr;
+    if (missing)
+        cfg_trace(CFG_TRACE_ERROR, "%s: no cursor or no record, nothing written (%d)", writer, line);
+    return missing;
+}
+
+bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const void *> records, int64_t number,
+             int64_t count, int line) noexcept
+{
+    if (refused(writer, cursor, records, line))
+        return true;
+    if (number >= 0 && number < count)
+        return false;
+    cfg_trace(CFG_TRACE_ERROR, "%s: number %lld not in 0..%lld, nothing written (%d)", writer,
+              static_cast<long long>(number), static_cast<long long>(count - 1), line);
+    return true;
+}
+
 msg_writer::msg_writer(uint8_t **cursor, const char *writer, int line) noexcept
     : cursor_(cursor), writer_(writer)
 {

@@ -20,6 +20,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <span>
 
 namespace cfg::build {
@@ -37,6 +38,17 @@ namespace cfg::dump {
 // 32 groups take 85 characters.
 using pickup_text = char[86];
 void build_pickup_text(uint32_t groups, pickup_text &out) noexcept;
+
+// The check every exported writer makes before anything else: a cursor that
+// points at a write position, every record it reads, and (for writers of
+// one numbered entry) a number below `count`. When one is missing or out of
+// range it reports at the error level, naming the writer and the caller's
+// line, and returns true: the writer then writes nothing and returns 0 (a
+// writer handing on a running count returns that count unchanged).
+bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const void *> records,
+             int line = __builtin_LINE()) noexcept;
+bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const void *> records,
+             int64_t number, int64_t count, int line = __builtin_LINE()) noexcept;
 
 class msg_writer {
 public:

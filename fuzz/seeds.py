@@ -123,7 +123,7 @@ def main():
     out = sys.argv[1]
     folders = {}
     for target in ["all_parser", "status_parsers", "dial_plan_rule", "port_mask", "group_ports",
-                   "firewall_rule", "eth_port", "msgtext_decode", "msgtext_text"]:
+                   "firewall_rule", "eth_port", "msgtext_decode", "msgtext_text", "roundtrip"]:
         folders[target] = os.path.join(out, target)
         os.makedirs(folders[target], exist_ok=True)
 
@@ -139,23 +139,30 @@ def main():
     # Messages: whole, and one node per message (small inputs fuzz faster).
     # Header word 0 picks max_ports in fuzz_all_parser: 0 gives 72, n gives n - 1.
     nodes = message_nodes(full) + message_nodes(sample)
+    # fuzz_roundtrip reads its input the same way and gets the same seeds.
     for msg in [full, sample] + [framed([n]) for n in nodes]:
         write_seed(folders["all_parser"], msg)
+        write_seed(folders["roundtrip"], msg)
         write_seed(folders["msgtext_decode"], msg)
     for word0 in (1, 9, 101):
-        write_seed(folders["all_parser"], bytes([word0]) + sample[1:])
-        write_seed(folders["all_parser"], bytes([word0]) + full[1:])
+        for msg in (sample, full):
+            write_seed(folders["all_parser"], bytes([word0]) + msg[1:])
+            write_seed(folders["roundtrip"], bytes([word0]) + msg[1:])
 
-    # Dictionary of fuzz_all_parser: every path and param name of the example
-    # configuration, alone and with its 16-bit length in front.
+    # Dictionary of fuzz_all_parser and fuzz_roundtrip: every path and param
+    # name of the example configuration, alone and with its 16-bit length in
+    # front.
     words = sorted({n for n, _ in text_params(full_text)} |
                    set(re.findall(r"^\[(.*)\]$", full_text, re.M)))
-    with open(os.path.join(out, "all_parser.dict"), "w") as f:
-        for word in words:
-            raw = word.encode("latin-1")
-            for entry in (raw, struct.pack("<H", len(raw)) + raw):
-                f.write('"' + "".join(chr(b) if 0x20 <= b < 0x7F and b not in b'"\\' else "\\x%02X" % b
-                                      for b in entry) + '"\n')
+    entries = []
+    for word in words:
+        raw = word.encode("latin-1")
+        for entry in (raw, struct.pack("<H", len(raw)) + raw):
+            entries.append('"' + "".join(chr(b) if 0x20 <= b < 0x7F and b not in b'"\\' else "\\x%02X" % b
+                                         for b in entry) + '"\n')
+    for target in ("all_parser", "roundtrip"):
+        with open(os.path.join(out, target + ".dict"), "w") as f:
+            f.writelines(entries)
 
     # Texts: whole, and one node block (with the header lines) per text.
     for text in [full_text, sample_text]:

@@ -870,16 +870,37 @@ extern CFGPARSER_API pthread_mutex_t RWlockCfg;
 /* Functions                                                                 */
 /* ------------------------------------------------------------------------ */
 
-/* Parser entry. */
+/*
+ * Preconditions. Unless a function says otherwise:
+ *   - a pointer argument is non-null and points at what its type names;
+ *   - the caller does not hold RWlockCfg while calling a function that takes
+ *     it (all_parser, the waits, the recalculation, the status parsers);
+ *   - text arguments are NUL-terminated.
+ * What a function does with an argument outside its preconditions is said
+ * where it is defined; none of them faults on a null pointer it checks.
+ */
+
+/* Parser entry. `message` points at a whole configuration message: the
+ * buffer must hold CFG_MSG_HEADER_SIZE bytes plus the body length that the
+ * header declares at CFG_MSG_BODY_LENGTH_OFFSET; the parser reads nothing
+ * past them. image->max_ports must be set (port numbers in lists are
+ * bounded by it and never reach 72). A null image or message is ignored. */
 CFGPARSER_API void all_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXCEPT;
 
-/* Message reader: 0 read, 1 skipped (no memory), -1 malformed message. */
+/* Message reader: 0 read, 1 skipped (no memory), -1 malformed message.
+ * find_params: every pointer non-null; *cursor has at least *remaining
+ * readable bytes; *name and *value are null (free_params after each param).
+ * free_params: either address may be null; it frees and nulls what they
+ * hold. */
 CFGPARSER_API int find_params(const uint8_t **cursor, uint32_t *remaining,
                               char **name, char **value,
                               int quotes_mean_empty) CFG_NOEXCEPT;
 CFGPARSER_API void free_params(char **name, char **value) CFG_NOEXCEPT;
 
-/* Message builders: each returns `running` plus the bytes it wrote. */
+/* Message builders: each returns `running` plus the bytes it wrote.
+ * `cursor` and *cursor non-null, with room for the param (4 length bytes,
+ * name and value); `path` and `name` non-null. setStringValueInMsg takes a
+ * null value as the empty one. No bounds are checked. */
 CFGPARSER_API uint32_t setUInt16ValueInMsg(uint8_t **cursor, const char *path,
                                            int param_count, uint32_t running) CFG_NOEXCEPT;
 CFGPARSER_API uint32_t setUIntValueInMsg(uint8_t **cursor, const char *name,
@@ -895,17 +916,23 @@ CFGPARSER_API uint32_t setEmptyStringValueInMsg(uint8_t **cursor,
                                                 const char *name,
                                                 uint32_t running) CFG_NOEXCEPT;
 
-/* Pattern helper. */
+/* Pattern helper. pcre_preg_match: a null pattern or subject matches
+ * nothing (0); *table must be null before the call and holds the result's
+ * strings after it (free_table(table, result)). free_table: a null table or
+ * a count below 1 does nothing. trim: returns a null text unchanged. */
 CFGPARSER_API int32_t pcre_preg_match(const char *pattern, const char *subject,
                                       int subject_length, char ***table) CFG_NOEXCEPT;
 CFGPARSER_API void free_table(char **table, int count) CFG_NOEXCEPT;
 CFGPARSER_API char *trim(char *text) CFG_NOEXCEPT;
 
-/* Trace. */
+/* Trace. `format` is a printf format whose arguments follow; only level
+ * CFG_TRACE_ERROR lines are printed. */
 CFGPARSER_API void cfg_trace(int level, const char *format, ...) CFG_NOEXCEPT
     __attribute__((format(printf, 2, 3)));
 
-/* Field converters. */
+/* Field converters. A null or empty value is the absent value of each
+ * converter's rule. get_string: `field` holds `size` bytes (a null field or
+ * size 0 does nothing). */
 CFGPARSER_API int32_t get_checkbox(const char *value) CFG_NOEXCEPT;
 CFGPARSER_API int32_t get_digit_from_min_to_max_or_set_default(
     const char *value, int32_t min, int32_t max, int32_t def) CFG_NOEXCEPT;
@@ -913,7 +940,10 @@ CFGPARSER_API uint32_t get_long_from_min_to_max_or_set_default(
     const char *value, uint32_t min, uint32_t max, uint32_t def) CFG_NOEXCEPT;
 CFGPARSER_API void get_string(char *field, size_t size, const char *value) CFG_NOEXCEPT;
 
-/* List tracking and time. Waits: 0 settled, 1 timed out, -1 null image. */
+/* List tracking and time. Waits: 0 settled, 1 timed out, -1 null image
+ * (and -1 for a profile whose low 8 bits are not 0..7, or a modifier
+ * outside 0..15). The recalculation ignores a null image. Do not hold
+ * RWlockCfg while waiting. */
 CFGPARSER_API void recalculate_start_and_current_after_timeout(
     cfg_image_t *image) CFG_NOEXCEPT;
 CFGPARSER_API int32_t update_limits_conf(cfg_image_t *image) CFG_NOEXCEPT;
@@ -927,7 +957,9 @@ CFGPARSER_API int32_t update_firewall_conf(cfg_image_t *image) CFG_NOEXCEPT;
 CFGPARSER_API uint32_t cfgpars_get_monotonic_now_time(void) CFG_NOEXCEPT;
 CFGPARSER_API int cfg_pause(int seconds, int milliseconds) CFG_NOEXCEPT;
 
-/* Status parsers. */
+/* Status parsers. `message` holds the whole status message of its kind,
+ * header included (its payload is read at fixed offsets: up to 686 bytes
+ * for the port statistics). A null image or message is ignored. */
 CFGPARSER_API void switch_status_parser(cfg_image_t *image,
                                         const uint8_t *message) CFG_NOEXCEPT;
 CFGPARSER_API void fxs_statistics_parser(cfg_image_t *image,
@@ -938,7 +970,26 @@ CFGPARSER_API void monitoring_parser(cfg_image_t *image,
                                      const uint8_t *message) CFG_NOEXCEPT;
 CFGPARSER_API int32_t cfgpars_getTimeSec(void) CFG_NOEXCEPT;
 
-/* VoIP writers. Every writer returns the number of bytes it wrote. */
+/* Writers (this and the following groups). Every writer writes one
+ * message body at *cursor (operation byte, nodes, terminating 0 byte, which
+ * is counted but not stepped over), advances *cursor and returns the number
+ * of bytes it wrote. Preconditions:
+ *   - `cursor` and *cursor non-null, with room for the whole body: no
+ *     bounds are checked (a full image's largest body, a dial plan of 300
+ *     rules, is a few hundred kB at most);
+ *   - every record pointer non-null;
+ *   - entry numbers name an entry: port 0..71 (one_port_to_file), port
+ *     profile 0..7 (profile_def_port_to_file), profile 0..7 (the profile_*
+ *     writers), dial-plan profile 0..3 (dialplan_profile_save), modifier
+ *     0..15 (modifier_to_file). The VTU rule and firewall slot numbers are
+ *     written as given;
+ *   - the caller holds RWlockCfg around the call when another thread may be
+ *     parsing (writers do not lock).
+ * A writer given a null cursor, *cursor or record, or a number outside its
+ * range, writes nothing, leaves *cursor, reports at CFG_TRACE_ERROR and
+ * returns 0 (codec_params_save returns `running`). */
+
+/* VoIP writers. */
 CFGPARSER_API int h323_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT;
 CFGPARSER_API int RANGE_save(uint8_t **cursor, const h323_cfg_t *h323) CFG_NOEXCEPT;
 CFGPARSER_API int common_sip_save(uint8_t **cursor, const sip_cfg_t *sip) CFG_NOEXCEPT;
@@ -949,7 +1000,10 @@ CFGPARSER_API int dvo_config_save(uint8_t **cursor, const dvo_cfg_t *dvo) CFG_NO
 CFGPARSER_API int cadence_config_save(uint8_t **cursor,
                                       const cfg_image_t *image) CFG_NOEXCEPT;
 
-/* Port and profile writers. */
+/* Port and profile writers. all_ports_to_file and all_ports_pickup_to_file
+ * write ports 0 .. min(max_ports, 72) - 1. codec_params_save adds the codec
+ * params to the node the caller has opened and returns `running` plus the
+ * bytes it wrote. */
 CFGPARSER_API int all_ports_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT;
 CFGPARSER_API int all_ports_pickup_to_file(uint8_t **cursor,
                                            const cfg_image_t *image) CFG_NOEXCEPT;
@@ -969,7 +1023,14 @@ CFGPARSER_API int profile_sip_save(uint8_t **cursor, int profile,
 CFGPARSER_API int profile_alert_info_save(uint8_t **cursor, int profile,
                                           const profile_cfg_t *cfg) CFG_NOEXCEPT;
 
-/* VoIP list converters and writers. */
+/* VoIP list converters and writers. cfgpars_dial_plan_string_to_t: a null
+ * entry or text is refused (null result). cfgpars_string_from0_to_mask: a
+ * null mask gives -1, a null text clears the mask.
+ * cfgpars_group_ports_string_to_t: a null argument gives -1; port numbers
+ * must be below min(image->max_ports, 72). cfg_mask_to_string and
+ * cfg_port_to_string write into `out` of CFG_MASK_TEXT_SIZE and
+ * CFG_PORT_LIST_TEXT_SIZE bytes (a null out gives null).
+ * profile_dialplan_to_file bounds the port masks it writes by `max_ports`. */
 CFGPARSER_API dial_plan_t *cfgpars_dial_plan_string_to_t(dial_plan_t *entry,
                                                          const char *text,
                                                          uint32_t max_ports) CFG_NOEXCEPT;
@@ -993,7 +1054,10 @@ CFGPARSER_API int save_limits(uint8_t **cursor, const limit_cfg_t *limits) CFG_N
 CFGPARSER_API int modifier_to_file(uint8_t **cursor, int number,
                                    const modifier_cfg_t *modifier) CFG_NOEXCEPT;
 
-/* Network writers and converters. */
+/* Network writers and converters. firewall_rule_string_to_t cuts the text
+ * it reads into tokens in place (a null text reads as empty, a null rule
+ * gives 0); print_rule_string writes into `out` of CFG_RULE_TEXT_SIZE bytes
+ * (a null rule or out gives 0). */
 CFGPARSER_API int save_network(uint8_t **cursor, const network_cfg_t *network,
                                const lldp_cfg_t *lldp) CFG_NOEXCEPT;
 CFGPARSER_API int save_autoupdate(uint8_t **cursor,
@@ -1019,7 +1083,8 @@ CFGPARSER_API int ipsec_save(uint8_t **cursor, const ipsec_cfg_t *ipsec,
                              const network_cfg_t *network) CFG_NOEXCEPT;
 CFGPARSER_API int save_acs(uint8_t **cursor, const tr069_cfg_t *tr069) CFG_NOEXCEPT;
 
-/* Switch writers and converter. */
+/* Switch writers and converter. eth_port_string_to_output: a null text
+ * gives 0. */
 CFGPARSER_API int vlan_config_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT;
 CFGPARSER_API uint32_t eth_port_string_to_output(const char *text) CFG_NOEXCEPT;
 CFGPARSER_API int del_rule_from_vtu(uint8_t **cursor, int32_t index) CFG_NOEXCEPT;

@@ -36,6 +36,10 @@ int cfgpars_group_ports_string_to_t(group_cfg_t *group, const char *text,
 
     uint32_t ports[cfg::groups::max_group_ports];
     std::size_t count = 0;
+    // Port numbers below max_ports, and never past the 72 port records
+    // however many ports the application announces (as the port writers and
+    // the port masks clamp it).
+    const uint32_t bound = std::min<uint32_t>(image->max_ports, CFG_MAX_PORTS);
     const char *at = text;
     while (*at != '\0') {
         char *end = nullptr;
@@ -46,7 +50,7 @@ int cfgpars_group_ports_string_to_t(group_cfg_t *group, const char *text,
         if (end == at)
             return -1; // no digits here
         // Compared unsigned: a negative number counts as too large.
-        if (n < 0 || static_cast<unsigned long long>(n) >= image->max_ports) {
+        if (n < 0 || static_cast<unsigned long long>(n) >= bound) {
             cfg_trace(1, "%s: ARG error!!! s = %d  max_ports = %d",
                       "cfgpars_group_ports_string_to_t", cfg::numbers::held_int32(n),
                       static_cast<int>(image->max_ports));
