@@ -69,7 +69,7 @@ int groups_to_file(uint8_t **cursor, const group_cfg_t *entries, int fxo) CFG_NO
         const group_cfg_t &g = entries[i];
         char name[sizeof g.name + 1] = {};
         std::memcpy(name, g.name, sizeof g.name);
-        cfg_trace(4, " SAVE GROUP %d valid %d name %s.", i, static_cast<int>(g.valid), name);
+        cfg_trace(CFG_TRACE_DEBUG, " SAVE GROUP %d valid %d name %s.", i, static_cast<int>(g.valid), name);
         if (g.valid != 0)
             group_node(w, g, line_ports, j++);
     }

@@ -29,7 +29,7 @@ int save_limits(uint8_t **cursor, const limit_cfg_t *limits) CFG_NOEXCEPT
     constexpr uint32_t entries = std::size(limit_cfg_t{}.value);
 
     const uint32_t count = std::max(r.start, r.current);
-    cfg_trace(4, "%s max=%d\n", "save_limits", static_cast<int>(count));
+    cfg_trace(CFG_TRACE_DEBUG, "%s max=%d\n", "save_limits", static_cast<int>(count));
     w.node("config.VOIP.limits");
 
     uint32_t j = 0;
@@ -51,7 +51,7 @@ int save_limits(uint8_t **cursor, const limit_cfg_t *limits) CFG_NOEXCEPT
     }
 
     const auto extra = static_cast<int32_t>(r.start - r.current);
-    cfg_trace(4, "%s mustDeleteNum=%d\n", "save_limits", static_cast<int>(extra));
+    cfg_trace(CFG_TRACE_DEBUG, "%s mustDeleteNum=%d\n", "save_limits", static_cast<int>(extra));
     // Empty params fill up to the announced count: the `extra` numbers the
     // configuration manager holds beyond `current`, and also the numbers of
     // entries skipped for lying at or above `ceiling`, which the manager must

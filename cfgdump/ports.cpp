@@ -108,7 +108,7 @@ int one_port_to_file(uint8_t **cursor, uint32_t port, const port_cfg_t *cfg) CFG
         return 0;
     cfg::dump::pickup_text groups;
     cfg::dump::build_pickup_text(cfg->pickupgroup, groups);
-    cfg_trace(4, "PICKUP %s for port %d", groups, static_cast<int>(port));
+    cfg_trace(CFG_TRACE_DEBUG, "PICKUP %s for port %d", groups, static_cast<int>(port));
 
     msg_writer w(cursor, "one_port_to_file");
     port_node(w, "config.VOIP.ports.port_%d", port);

@@ -33,7 +33,7 @@ bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const v
 msg_writer::msg_writer(uint8_t **cursor, const char *writer, int line) noexcept
     : cursor_(cursor), writer_(writer)
 {
-    cfg_trace(4, "%s %d\n", writer_, line);
+    cfg_trace(CFG_TRACE_DEBUG, "%s %d\n", writer_, line);
     **cursor_ = wire::operation_write;
     ++*cursor_;
     running_ = 1;
@@ -142,7 +142,7 @@ int msg_writer::finish(int line) noexcept
     close_node();
     **cursor_ = 0;
     ++running_;
-    cfg_trace(4, "%s %d\n", writer_ != nullptr ? writer_ : "", line);
+    cfg_trace(CFG_TRACE_DEBUG, "%s %d\n", writer_ != nullptr ? writer_ : "", line);
     return static_cast<int>(running_);
 }
 

@@ -136,7 +136,7 @@ node_end dispatch(cfg_image_t &image, node &n) noexcept
 
 void report_malformed(int line) noexcept
 {
-    cfg_trace(1, "Incorrect format of message, bytesToRead > currentLenOfMessage (%d)", line);
+    cfg_trace(CFG_TRACE_ERROR, "Incorrect format of message, bytesToRead > currentLenOfMessage (%d)", line);
 }
 
 } // namespace
@@ -147,7 +147,7 @@ extern "C" void all_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXC
     using namespace cfg::parse;
     namespace wire = cfg::wire;
 
-    cfg_trace(4, "%s: called", "all_parser");
+    cfg_trace(CFG_TRACE_DEBUG, "%s: called", "all_parser");
     if (image == nullptr || message == nullptr)
         return;
 
@@ -156,12 +156,12 @@ extern "C" void all_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXC
     // message holds no node and ends at once, as a body length of 1 does.
     uint32_t remaining = body_length == 0 ? 0 : body_length - 1;
     const uint8_t *cursor = message + wire::nodes_offset;
-    cfg_trace(3, "%s: started", "all_parser");
-    cfg_trace(3, "Current LEN msg %d", static_cast<int>(remaining));
+    cfg_trace(CFG_TRACE_INFO, "%s: started", "all_parser");
+    cfg_trace(CFG_TRACE_INFO, "Current LEN msg %d", static_cast<int>(remaining));
 
     for (;;) {
         if (remaining < 2) {
-            cfg_trace(3, "%s: !buff || !buff[0] - it's end of msg", "all_parser");
+            cfg_trace(CFG_TRACE_INFO, "%s: !buff || !buff[0] - it's end of msg", "all_parser");
             break;
         }
         const uint16_t path_length = wire::get_u16(cursor);
@@ -179,7 +179,7 @@ extern "C" void all_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXC
         if (path == nullptr)
             break; // no memory for the path: the message ends here
 
-        cfg_trace(3, "%s: :-) :-)) :-))) nodePath = [%s] countParams = %d", "all_parser", path,
+        cfg_trace(CFG_TRACE_INFO, "%s: :-) :-)) :-))) nodePath = [%s] countParams = %d", "all_parser", path,
                   static_cast<int>(param_count));
         node n;
         n.path = path;
@@ -195,5 +195,5 @@ extern "C" void all_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXC
     }
 
     recalculate_start_and_current_after_timeout(image);
-    cfg_trace(4, "%s: END OF PARSING", "all_parser");
+    cfg_trace(CFG_TRACE_DEBUG, "%s: END OF PARSING", "all_parser");
 }

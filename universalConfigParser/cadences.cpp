@@ -16,13 +16,13 @@ node_end cadences(cfg_image_t &image, node &n)
     // back to cadence 0.
     const char *number = numbers::after_underscore(n.path, numbers::underscore::last);
     const int32_t c = numbers::entry_number(number);
-    cfg_trace(4, "%s: cadence_number = %s  actual_cadence = %d", "all_parser",
+    cfg_trace(CFG_TRACE_DEBUG, "%s: cadence_number = %s  actual_cadence = %d", "all_parser",
               number == nullptr ? "" : number, c);
 
     // A path that names no cadence 0..31: reported, its params read and
     // dropped, no cadence and no time-stamp touched; the message goes on.
     if (c < 0 || c >= CFG_CADENCES) {
-        cfg_trace(1, "%s: no cadence 0..%d in path [%s], node dropped", "all_parser",
+        cfg_trace(CFG_TRACE_ERROR, "%s: no cadence 0..%d in path [%s], node dropped", "all_parser",
                   CFG_CADENCES - 1, n.path);
         return parse::skip_unknown(n);
     }

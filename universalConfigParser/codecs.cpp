@@ -14,7 +14,7 @@ node_end codec_block(cfg_image_t &image, node &n)
         int32_t profile = 0;
         if (!profiles::profile_of_path(n.path, profile))
             return node_end::stop;
-        cfg_trace(3, "%d: Valid number of profile [%d]", __LINE__, profile);
+        cfg_trace(CFG_TRACE_INFO, "%d: Valid number of profile [%d]", __LINE__, profile);
         return parse::keyed_node(n, keys::codecs, &image.profiles[profile].codecs, image.profiles_updated[profile]);
     }
 
@@ -22,10 +22,10 @@ node_end codec_block(cfg_image_t &image, node &n)
         n.matches[parse::dialplan_profile_pattern], n.substrings[parse::dialplan_profile_pattern], 1,
         CFG_DIALPLAN_PROFILES);
     if (number < 0 || number >= CFG_DIALPLAN_PROFILES) {
-        cfg_trace(1, "%d: Incorrect number of dialplan profile [%d]", __LINE__, number);
+        cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect number of dialplan profile [%d]", __LINE__, number);
         return node_end::stop;
     }
-    cfg_trace(3, "%d: Valid number of dialplan profile [%d]", __LINE__, number);
+    cfg_trace(CFG_TRACE_INFO, "%d: Valid number of dialplan profile [%d]", __LINE__, number);
     return parse::keyed_node(n, keys::codecs, &image.dialplan_profiles[number],
                              image.dialplan_profiles_updated[number]);
 }

@@ -228,7 +228,7 @@ int cfgpars_string_from0_to_mask(const char *text, uint32_t mask[3], uint32_t ma
 char *cfg_mask_to_string(const uint32_t mask[3], char *out, uint32_t type, uint32_t max_ports) CFG_NOEXCEPT
 {
     using namespace cfg::dial_plan;
-    cfg_trace(4, "%s %d\n", "cfg_mask_to_string", __LINE__);
+    cfg_trace(CFG_TRACE_DEBUG, "%s %d\n", "cfg_mask_to_string", __LINE__);
     if (out == nullptr)
         return nullptr;
     std::memset(out, 0, CFG_MASK_TEXT_SIZE);
@@ -263,7 +263,7 @@ char *cfg_mask_to_string(const uint32_t mask[3], char *out, uint32_t type, uint3
             first = false;
         }
     }
-    cfg_trace(4, "%s %d\n", "cfg_mask_to_string", __LINE__);
+    cfg_trace(CFG_TRACE_DEBUG, "%s %d\n", "cfg_mask_to_string", __LINE__);
     return out;
 }
 

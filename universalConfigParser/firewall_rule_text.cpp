@@ -64,7 +64,7 @@ struct rule_parse {
 
     void fail(const char *message) noexcept
     {
-        cfg_trace(1, "%s", message);
+        cfg_trace(CFG_TRACE_ERROR, "%s", message);
         failed = true;
     }
 };
@@ -213,7 +213,7 @@ int firewall_rule_string_to_t(char *text, firewall_rule_t *rule) CFG_NOEXCEPT
     if (!r.failed)
         rule->valid = 1;
 
-    cfg_trace(4,
+    cfg_trace(CFG_TRACE_DEBUG,
               "CFG FIREWALL RULE[%s] %s (%d) all:%d / %s %s / SRC PORTS %d (%d) all:%d / "
               "DST PORTS %d (%d) all:%d / %s.\n",
               rule->valid != 0 ? "OK" : "ERR", rule->src_ip, static_cast<int>(rule->src_ip_number),

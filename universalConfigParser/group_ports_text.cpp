@@ -51,7 +51,7 @@ int cfgpars_group_ports_string_to_t(group_cfg_t *group, const char *text,
             return -1; // no digits here
         // Compared unsigned: a negative number counts as too large.
         if (n < 0 || static_cast<unsigned long long>(n) >= bound) {
-            cfg_trace(1, "%s: ARG error!!! s = %d  max_ports = %d",
+            cfg_trace(CFG_TRACE_ERROR, "%s: ARG error!!! s = %d  max_ports = %d",
                       "cfgpars_group_ports_string_to_t", cfg::numbers::held_int32(n),
                       static_cast<int>(image->max_ports));
             return -1;
@@ -61,7 +61,7 @@ int cfgpars_group_ports_string_to_t(group_cfg_t *group, const char *text,
         } else if (*end == '\0') {
             at = end;
         } else {
-            cfg_trace(1, "%s: Syntax error", "cfgpars_group_ports_string_to_t");
+            cfg_trace(CFG_TRACE_ERROR, "%s: Syntax error", "cfgpars_group_ports_string_to_t");
             return -1;
         }
         if (count == std::size(ports))
@@ -79,7 +79,7 @@ int cfgpars_group_ports_string_to_t(group_cfg_t *group, const char *text,
 // (ports are below max_ports, so a real list always fits).
 char *cfg_port_to_string(const group_cfg_t *group, char *out) CFG_NOEXCEPT
 {
-    cfg_trace(4, "%s %d\n", "cfg_port_to_string", __LINE__);
+    cfg_trace(CFG_TRACE_DEBUG, "%s %d\n", "cfg_port_to_string", __LINE__);
     if (out == nullptr)
         return out;
     out[0] = '\0';
@@ -98,7 +98,7 @@ char *cfg_port_to_string(const group_cfg_t *group, char *out) CFG_NOEXCEPT
         if (used > 0)
             out[used - 1] = '\0';
     }
-    cfg_trace(4, "%s %d\n", "cfg_port_to_string", __LINE__);
+    cfg_trace(CFG_TRACE_DEBUG, "%s %d\n", "cfg_port_to_string", __LINE__);
     return out;
 }
 

@@ -32,7 +32,7 @@ node_end groups(cfg_image_t &image, node &n)
     // The group number follows the last "_" (the rest of the path).
     const char *number = numbers::after_underscore(n.path, numbers::underscore::last);
     const int32_t g = numbers::entry_number(number);
-    cfg_trace(4, "%s: group_number = %s  actual_group = %d", "all_parser",
+    cfg_trace(CFG_TRACE_DEBUG, "%s: group_number = %s  actual_group = %d", "all_parser",
               number == nullptr ? "" : number, g);
 
     // A path without a group number, or with one outside 0..31, names no
@@ -40,7 +40,7 @@ node_end groups(cfg_image_t &image, node &n)
     // message goes on with the next node (nothing is stored, not even the
     // time-stamp).
     if (g < 0 || g >= static_cast<int32_t>(std::size(list.entries))) {
-        cfg_trace(1, "%s: invalid group entry number in %s (valid %d..%d)", "all_parser", n.path,
+        cfg_trace(CFG_TRACE_ERROR, "%s: invalid group entry number in %s (valid %d..%d)", "all_parser", n.path,
                   0, static_cast<int>(std::size(list.entries)) - 1);
         return parse::skip_unknown(n);
     }

@@ -18,7 +18,7 @@ node_end hosts(cfg_image_t &image, node &n)
             continue;
         const parse::image_lock lock;
         if (p.value() != nullptr)
-            cfg_trace(4, "%s: host number = %d (%s)", "all_parser", i, number);
+            cfg_trace(CFG_TRACE_DEBUG, "%s: host number = %d (%s)", "all_parser", i, number);
         keys::store(*k, &image.hosts, p.value(), static_cast<unsigned>(i));
     }
     return parse::finish_node(n, image.hosts.updated);

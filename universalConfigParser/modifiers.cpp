@@ -60,14 +60,14 @@ void store_rule(mod_rule_t &rule, const char *value) noexcept
 void store_modifier(modifier_cfg_t &m, const parse::param &p, bool is_rule) noexcept
 {
     const char *v = p.value();
-    cfg_trace(3, "paramName: %s, paramValue: %s", p.name(), v != nullptr ? v : "");
+    cfg_trace(CFG_TRACE_INFO, "paramName: %s, paramValue: %s", p.name(), v != nullptr ? v : "");
     if (!is_rule)
         return;
     // The rule number: the digits after the last "_" of the name.
     const int32_t r =
         numbers::entry_number(numbers::after_underscore(p.name(), numbers::underscore::last));
     if (r < 0 || r >= static_cast<int32_t>(std::size(m.rules))) {
-        cfg_trace(1, "%s: invalid modifier rule number %d (valid %d..%d)", "all_parser",
+        cfg_trace(CFG_TRACE_ERROR, "%s: invalid modifier rule number %d (valid %d..%d)", "all_parser",
                   static_cast<int>(r), 0, static_cast<int>(std::size(m.rules)) - 1);
         return;
     }
@@ -84,11 +84,11 @@ node_end modifiers(cfg_image_t &image, node &n)
     const int32_t m =
         numbers::entry_number(numbers::after_underscore(n.path, numbers::underscore::last));
     if (m < 0 || m >= static_cast<int32_t>(std::size(image.modifiers))) {
-        cfg_trace(1, "%s: invalid modifier entry number %d (valid %d..%d)", "all_parser",
+        cfg_trace(CFG_TRACE_ERROR, "%s: invalid modifier entry number %d (valid %d..%d)", "all_parser",
                   static_cast<int>(m), 0, static_cast<int>(std::size(image.modifiers)) - 1);
         return node_end::stop;
     }
-    cfg_trace(3, "Path: %s; countParams: %d", n.path, static_cast<int>(n.param_count));
+    cfg_trace(CFG_TRACE_INFO, "Path: %s; countParams: %d", n.path, static_cast<int>(n.param_count));
     modifier_cfg_t &modifier = image.modifiers[m];
     while (parse::param p = parse::next_param(n)) {
         const bool is_rule = keys::find(keys::modifiers, p.name_view()) != nullptr;

@@ -26,13 +26,13 @@ const char *shown(const char *text) noexcept { return text != nullptr ? text : "
 
 void report_param(int line, const char *name, const char *value) noexcept
 {
-    cfg_trace(4, "%s.%d: paramName [%s] paramValue [%s]", "find_params", line, shown(name),
+    cfg_trace(CFG_TRACE_DEBUG, "%s.%d: paramName [%s] paramValue [%s]", "find_params", line, shown(name),
               shown(value));
 }
 
 void report_malformed(int line) noexcept
 {
-    cfg_trace(1, "Incorrect format of message, bytesToRead > currentLenOfMessage (%d)", line);
+    cfg_trace(CFG_TRACE_ERROR, "Incorrect format of message, bytesToRead > currentLenOfMessage (%d)", line);
 }
 
 // Reads a u16 length at the cursor and checks that it and its two length

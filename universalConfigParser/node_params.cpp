@@ -45,7 +45,7 @@ node_end keyed_node(node &n, const keys::table &keys, void *record, uint32_t &up
 node_end skip_unknown(node &n) noexcept
 {
     while (param p = next_param(n))
-        cfg_trace(4, "%s: !!UNKNOWN!! path = %s, paramName = %s", "all_parser", n.path, p.name());
+        cfg_trace(CFG_TRACE_DEBUG, "%s: !!UNKNOWN!! path = %s, paramName = %s", "all_parser", n.path, p.name());
     return n.malformed ? node_end::stop : node_end::next;
 }
 

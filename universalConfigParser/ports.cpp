@@ -29,7 +29,7 @@ port_target select_port_default(cfg_image_t &image, const char *path) noexcept
         // No number at all (one too large for 32 bits counts as none): like a
         // bad port number below, the node is reported and skipped; only a
         // number outside 0..7 ends the message.
-        cfg_trace(1, "%d: Incorrect number of port's profile [%s]", __LINE__, text);
+        cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect number of port's profile [%s]", __LINE__, text);
         return {};
     }
     const auto n = static_cast<int32_t>(number);
@@ -37,14 +37,14 @@ port_target select_port_default(cfg_image_t &image, const char *path) noexcept
     {
         const parse::image_lock lock;
         if (n < 0 || n >= CFG_PORT_PROFILES) {
-            cfg_trace(1, "%d: Incorrect number of port's profile [%d]", __LINE__, n);
+            cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect number of port's profile [%d]", __LINE__, n);
             t.abandon = true;
             return t;
         }
         t.record = &image.port_defaults[n];
         t.updated = &image.port_defaults_updated;
     }
-    cfg_trace(4, "%s: port_def_%d", "all_parser", n);
+    cfg_trace(CFG_TRACE_DEBUG, "%s: port_def_%d", "all_parser", n);
     return t;
 }
 
@@ -56,7 +56,7 @@ port_target select_port(cfg_image_t &image, const char *path) noexcept
     const char *text = numbers::after_underscore(path); // the prefix holds a '_'
     const int32_t n = numbers::entry_within(text, CFG_MAX_PORTS, -1);
     if (n < 0) {
-        cfg_trace(1, "%d: Incorrect port number [%s]", __LINE__, text);
+        cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect port number [%s]", __LINE__, text);
         return {};
     }
     port_target t;
@@ -65,7 +65,7 @@ port_target select_port(cfg_image_t &image, const char *path) noexcept
         t.record = &image.ports[n];
         t.updated = &image.ports_updated[n];
     }
-    cfg_trace(4, "%s: port_number = %s  actual_port = %d", "all_parser", text, n);
+    cfg_trace(CFG_TRACE_DEBUG, "%s: port_number = %s  actual_port = %d", "all_parser", text, n);
     return t;
 }
 

@@ -32,13 +32,13 @@ inline bool profile_of_path(const char *path, int32_t &profile) noexcept
 {
     const char *number = numbers::after_underscore(path);
     if (number == nullptr) {
-        cfg_trace(1, "Incorrect format of profile (%d)", __LINE__);
+        cfg_trace(CFG_TRACE_ERROR, "Incorrect format of profile (%d)", __LINE__);
         return false;
     }
     int64_t n = CFG_PROFILES;
     numbers::scan_entry(number, n);
     if (n < 0 || n >= CFG_PROFILES) {
-        cfg_trace(1, "%d: Incorrect number of profile [%d]", __LINE__, numbers::held_int32(n));
+        cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect number of profile [%d]", __LINE__, numbers::held_int32(n));
         return false;
     }
     profile = static_cast<int32_t>(n);

@@ -61,7 +61,7 @@ void count_modifiers(modifier_cfg_t (&modifiers)[CFG_MODIFIERS]) noexcept
             const mod_rule_t &rule = mod.rules[r];
             if (!filled(rule.word1))
                 continue;
-            cfg_trace(3, "MOD_RULE %d.%d: %s %s %s", m, r, rule.word1, rule.word2, rule.word3);
+            cfg_trace(CFG_TRACE_INFO, "MOD_RULE %d.%d: %s %s %s", m, r, rule.word1, rule.word2, rule.word3);
             ++mod.count;
         }
     }
@@ -82,13 +82,13 @@ void recount(cfg_image_t &im) noexcept
     im.firewall.current = count(im.firewall.rules);
     count_modifiers(im.modifiers);
 
-    cfg_trace(4, "%s: MAX port=%d group=%d host=%d macs=%d route=%d limit=%d rules=%d", self,
+    cfg_trace(CFG_TRACE_DEBUG, "%s: MAX port=%d group=%d host=%d macs=%d route=%d limit=%d rules=%d", self,
               static_cast<int>(im.max_ports), static_cast<int>(im.groups.current),
               static_cast<int>(im.hosts.current), static_cast<int>(im.mac_filter.current),
               static_cast<int>(im.routes.current), static_cast<int>(im.limits.current),
               static_cast<int>(im.firewall.current));
     for (int p = 0; p < CFG_PROFILES; ++p) {
-        cfg_trace(4, "%s: profile [%d] MAX dialplan %d", self, p,
+        cfg_trace(CFG_TRACE_DEBUG, "%s: profile [%d] MAX dialplan %d", self, p,
                   static_cast<int>(im.dialplans[p].current));
         im.dialplans[p].start = im.dialplans[p].current;
     }

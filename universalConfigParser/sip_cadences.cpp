@@ -14,11 +14,11 @@ node_end sip_cadence(cfg_image_t &image, node &n)
     const int32_t profile = profiles::captured_number(found, groups, 1, -1);
     const int32_t cadence = profiles::captured_number(found, groups, 2, -1);
     if (profile < 0 || profile >= CFG_PROFILES) {
-        cfg_trace(1, "%d: Incorrect number of profile [%d]", __LINE__, profile);
+        cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect number of profile [%d]", __LINE__, profile);
         return node_end::stop;
     }
     if (cadence < 0 || cadence >= CFG_SIP_CADENCES) {
-        cfg_trace(1, "%d: Incorrect number of sip cadence [%d]", __LINE__, cadence);
+        cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect number of sip cadence [%d]", __LINE__, cadence);
         return node_end::stop;
     }
     return parse::keyed_node(n, keys::sip_cadence, &image.profiles[profile].sip.sip_cadences[cadence],

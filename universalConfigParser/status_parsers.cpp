@@ -91,7 +91,7 @@ void fxs_statistics_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXC
         return;
     uint32_t port = 0;
     const bool valid = port_index(get_u32(message + number_offset), port);
-    cfg_trace(1, "FXS STATISTICS %d PORT\n", static_cast<int>(port));
+    cfg_trace(CFG_TRACE_ERROR, "FXS STATISTICS %d PORT\n", static_cast<int>(port));
     if (!valid)
         return;
     const cfg::parse::image_lock lock;

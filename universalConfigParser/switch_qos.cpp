@@ -21,7 +21,7 @@ void store_qos(switch_cfg_t &sw, const keys::key &k, const parse::param &p) noex
         return;
     keys::store(k, &sw, p.value(), static_cast<unsigned>(port));
     if (&k == &qos_mode)
-        cfg_trace(4, "QOS MODE %d = %d", port, static_cast<int>(sw.qos_port[port].qos_mode));
+        cfg_trace(CFG_TRACE_DEBUG, "QOS MODE %d = %d", port, static_cast<int>(sw.qos_port[port].qos_mode));
 }
 
 } // namespace
