@@ -1,7 +1,7 @@
 // Writer of the MAC address filter.
 #include "cfgdump/numbered_params.h"
 #include "cfgmngr/keys_network.h"
-#include "universalConfigParser/list_params.h"
+#include "cfgmngr/list_words.h"
 
 #include <cfgparser.h>
 

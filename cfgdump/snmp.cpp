@@ -1,7 +1,7 @@
 // Writers of the SNMP settings and of the SNMP user line.
 #include "cfgdump/network_nodes.h"
 #include "cfgmngr/keys_network.h"
-#include "universalConfigParser/list_params.h"
+#include "cfgmngr/list_words.h"
 
 #include <cfgparser.h>
 

@@ -7,7 +7,7 @@
 // that fails still consumes its token, reports at the error level and the
 // rule stays invalid, but the following steps go on so that every fault of
 // the text is reported.
-#include "universalConfigParser/list_params.h"
+#include "cfgmngr/list_words.h"
 
 #include <cfgparser.h>
 

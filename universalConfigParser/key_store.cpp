@@ -1,7 +1,7 @@
 // Stores a param's value by its key row: the converters of every kind of
 // key, and the few keys with a rule of their own.
 #include "cfgmngr/key_table.h"
-#include "universalConfigParser/list_params.h"
+#include "cfgmngr/list_words.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
