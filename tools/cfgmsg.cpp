@@ -101,10 +101,6 @@ constexpr const char *main_outro =
     "Exit status: 0 success, 1 bad or unreadable input, 2 usage error;\n"
     "diff: 0 same, 1 different, 2 bad input or usage error.\n";
 
-constexpr const char *redact_option =
-    "  --redact  show the values of passwords, keys, secrets and SNMP communities\n"
-    "            (and the password word of an SNMP user) as ***\n";
-
 constexpr const char *decode_help =
     "usage: cfgmsg decode [--json] [--redact] FILE\n"
     "\n"
