@@ -35,11 +35,7 @@ std::string slurp(const fs::path &file) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-struct result {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+struct result { int status = -1; std::string out; std::string err; };
 
 class CfgmsgCli : public ::testing::Test {
 protected:
@@ -176,9 +172,7 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
 // that starts with the file's name and names the place, the command's
 // trouble status, nothing on standard output, no output file.
 TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
-    struct kind {
-        std::string name, bytes, place;
-    };
+    struct kind { std::string name, bytes, place; };
     const std::vector<kind> kinds = {
         {"missing", "", ": cannot open: No such file"},
         {"empty", "", ": empty file"},

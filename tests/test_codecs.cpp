@@ -42,11 +42,7 @@ constexpr uint32_t untouched = 0x5A5A5A5Au;
 // both use the one table.
 TEST(CodecBlock, KeyTableRules)
 {
-    struct row {
-        const char *line;
-        member field;
-        int64_t expected;
-    };
+    struct row { const char *line; member field; int64_t expected; };
     // The keys with a rule of their own (packet times, T.38 datagram); the
     // rules of each kind of key are checked over every table in test_key_tables.
     const std::vector<row> rows = {

@@ -159,11 +159,7 @@ TEST(DialPlan, WriterCounts)
 {
     // Three rules are filled (entries 1, 2 and 3). params: what the node
     // announces and holds; last_name: the name of its last param.
-    const struct {
-        uint32_t start, current;
-        std::size_t params;
-        const char *last_name;
-    } rows[] = {
+    const struct { uint32_t start, current; std::size_t params; const char *last_name; } rows[] = {
         {3, 3, 3, "dialplan_2"}, {2, 3, 3, "dialplan_2"}, // start below current: no padding
         {0, 0, 0, nullptr}, {10, 3, 10, "dialplan_9"},
         {CFG_LIST_UPDATING, 3, 300, "dialplan_299"}, // padding never past rule 299

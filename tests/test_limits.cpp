@@ -62,12 +62,7 @@ TEST(LimitsHandler, Entries)
     }
 }
 
-struct limit_entry {
-    int index;
-    const char *target;
-    int32_t value;
-    int32_t not_proxy;
-};
+struct limit_entry { int index; const char *target; int32_t value; int32_t not_proxy; };
 
 limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, uint32_t current,
                       uint32_t ceiling)

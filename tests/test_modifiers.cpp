@@ -15,10 +15,7 @@ namespace {
 using support::fresh_image;
 using support::parse;
 
-struct words {
-    std::string w1, w2, w3;
-    bool operator==(const words &) const = default;
-};
+struct words { std::string w1, w2, w3; bool operator==(const words &) const = default; };
 
 void PrintTo(const words &w, std::ostream *os)
 {
