@@ -108,4 +108,40 @@ inline std::optional<std::string> value(const cfgmsg::node &node, std::string_vi
     return std::nullopt;
 }
 
+// What `run` printed on standard output.
+template <typename Run>
+std::string stdout_of(Run &&run)
+{
+    testing::internal::CaptureStdout();
+    run();
+    return testing::internal::GetCapturedStdout();
+}
+
+using values_t = std::vector<std::optional<std::string>>;
+
+// `values` followed by no-value params up to `n` in all.
+inline values_t padded(values_t values, std::size_t n)
+{
+    values.resize(n);
+    return values;
+}
+
+// `node` is `path` with the params prefix0, prefix1, ... holding `values`.
+inline void expect_numbered(const cfgmsg::node &node, std::string_view path, const std::string &prefix,
+                            const values_t &values)
+{
+    EXPECT_EQ(node.path, path);
+    ASSERT_EQ(node.params.size(), values.size()) << path;
+    for (std::size_t j = 0; j < values.size(); ++j) {
+        EXPECT_EQ(node.params[j].name, prefix + std::to_string(j));
+        EXPECT_EQ(node.params[j].value, values[j]) << prefix << j;
+    }
+}
+
+// Parses what a writer wrote into `image`.
+inline void parse_back(cfg_image_t &image, const written &out)
+{
+    all_parser(&image, cfgmsg::encode(out.message).data());
+}
+
 } // namespace support

@@ -24,10 +24,7 @@ cadence_cfg_t parse_cadence_5(const std::string &params)
 
 TEST(Cadences, RingAndPauseAreClamped)
 {
-    const struct {
-        const char *text;
-        uint32_t ring, pause;
-    } rows[] = {
+    const struct { const char *text; uint32_t ring, pause; } rows[] = {
         {"ring = 5000", 4000, 0}, {"ring = -3", 0, 0}, {"ring = 4000", 4000, 0}, {"ring = 12abc", 12, 0},
         {"ring = abc", 0, 0}, {"ring = 99999999999", 4000, 0}, {"ring = 1\n ring =", 0, 0},
         {"pause = 25501", 0, 25500}, {"pause = 4294967296", 0, 25500}, {"pause = 300", 0, 300},
@@ -43,10 +40,7 @@ TEST(Cadences, RingAndPauseAreClamped)
 
 TEST(Cadences, MaskList)
 {
-    const struct {
-        std::string text;
-        uint32_t mask;
-    } rows[] = {
+    const struct { std::string text; uint32_t mask; } rows[] = {
         {"0,2,9", 0x05}, {"a", 0x01}, /* a piece without digits is flag 0 */ {"7,8,-1", 0x80}, {" 3, 4x", 0x18},
         {"1,,3,", 0x0A}, {",", 0x00}, {"", 0x00}, {"\"\"", 0x00}, // empty pieces name no flag
         {std::string(254, 'a') + ",1", 0x01}, {std::string(253, 'a') + ",1", 0x03}, // character 256 is not read

@@ -35,11 +35,7 @@ std::string slurp(const fs::path &file) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-struct result {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+struct result { int status = -1; std::string out; std::string err; };
 
 class CfgmsgCli : public ::testing::Test {
 protected:
@@ -106,15 +102,14 @@ std::string framed(std::uint32_t declared, const std::string &body) {
     return m + body;
 }
 
+// One row per kind of outcome of each command family; the decoder's own
+// reasons are MsgText.ReportsMalformedWireWithOffset, missing nodes and
+// params of get and set BadInputOfEveryCommand.
 TEST_F(CfgmsgCli, ExitCodesAndMessages) {
     const std::string sample = example("sample.msg").string();
-    const std::string missing = (dir_ / "no-such-file").string();
     // Body length 5: operation byte, then a path length of 16 with 2 bytes left.
     const std::string bad_node = file("bad-node.msg", framed(5, std::string("\x02\x10\x00" "a\x00", 5))).string();
-    const std::string long_body = file("long.msg", framed(100, std::string("\x02\x00", 2))).string();
-    const std::string short_header = file("short.msg", std::string(1, '\0')).string();
     const std::string trailing = file("trailing.msg", framed(1, "\x02xyz")).string();
-
     struct row {
         std::vector<std::string> args;
         int status;
@@ -122,47 +117,32 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
         std::string err;  // part of standard error
     };
     const std::vector<row> rows = {
-        {{}, 2, "", "missing command"},
-        {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
-        {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""},
-        {{"--version"}, 0, "cfgmsg 0.", ""},
+        {{}, 2, "", "missing command"}, {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
+        {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""}, {{"--version"}, 0, "cfgmsg 0.", ""},
         {{"decode", "--help"}, 0, "usage: cfgmsg decode [--json] [--redact] FILE", ""},
         {{"encode", "-h"}, 0, "usage: cfgmsg encode [--json] FILE", ""},
-        {{"set", "--help"}, 0, "usage: cfgmsg set FILE -o OUT", ""},
-        {{"diff", "--help"}, 0, "as diff(1)", ""},
+        // The reader's own checks: an endless input, bytes past the body; the decoder's place in hex.
         {{"decode", "/dev/zero"}, 1, "", "/dev/zero: malformed message at byte offset 4 (0x4): body length 0"},
         {{"decode", trailing}, 1, "", "byte offset 13 (0xd): the input goes on after the 1-byte body"},
         {{"apply", bad_node}, 1, "", bad_node + ": malformed message at byte offset 13 (0xd): node 1"},
-        {{"decode", long_body}, 1, "", "offset 4 (0x4): body length 100 is larger than the 2 bytes"},
-        {{"apply", short_header}, 1, "", "at byte offset 1 (0x1): the message ends inside its 12-byte header (1 byte)"},
         {{"decode", example("sample.txt")}, 1, "", "sample.txt: this looks like the text form of a message, not a binary"},
-        {{"apply"}, 2, "", "apply: missing FILE"},
-        {{"decode", sample, sample}, 2, "", "decode: expects one FILE"},
+        {{"apply"}, 2, "", "apply: missing FILE"}, {{"decode", sample, sample}, 2, "", "decode: expects one FILE"},
+        {{"diff", sample}, 2, "", "diff: expects two FILEs"}, {{"get", sample, "a", "b", "c"}, 2, "", "get: expects FILE [PATH [PARAM]]"},
         {{"diff", "-", "-"}, 2, "", "diff: '-' (standard input) given twice"},
         {{"apply", "--ports", "73", sample}, 2, "", "--ports wants a number from 0 to 72, not '73'"},
-        {{"apply", "--ports=-1", sample}, 2, "", "not '-1'"},
         {{"apply", sample, "--ports"}, 2, "", "option '--ports' needs a value"},
         {{"decode", "--ports", "8", sample}, 2, "", "decode: unknown option '--ports'"},
-        {{"get", "--json", sample}, 2, "", "get: unknown option '--json'"},
-        {{"apply", "-x", sample}, 2, "", "apply: unknown option '-x'"},
         {{"decode", "--json=yes", sample}, 2, "", "decode: option '--json' takes no value"},
-        {{"diff", sample}, 2, "", "diff: expects two FILEs"},
-        {{"diff", "--bogus", sample, sample}, 2, "", "unknown option '--bogus'"},
-        {{"get", sample, "a", "b", "c"}, 2, "", "get: expects FILE [PATH [PARAM]]"},
-        {{"set", sample, "a.b=1"}, 2, "", "set: -o OUT is required"},
-        {{"set", sample, "-o", "x"}, 2, "", "set: nothing to change"},
+        {{"set", sample, "a.b=1"}, 2, "", "set: -o OUT is required"}, {{"set", sample, "-o", "x"}, 2, "", "set: nothing to change"},
         {{"set", sample, "-o", "x", "ab=1"}, 2, "", "set: 'ab=1' is not PATH.PARAM=VALUE"},
         {{"set", sample, "-o", "x", "--format", "xml", "a.b=1"}, 2, "", "--format wants binary, text or json"},
         {{"set", sample, "-o", "x", "--unset", "ab"}, 2, "", "--unset wants PATH.PARAM, not 'ab'"},
-        {{"diff", sample, sample}, 0, "", ""},
         {{"decode", sample}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
         {{"decode", "--redact", sample}, 0, "    password = ***\n", ""},
         {{"get", "--redact", sample, "config.VOIP.h323", "password"}, 0, "***\n", ""},
         {{"get", sample, "config.VOIP.h323", "password"}, 0, "s3cret\n", ""},
         {{"get", sample, "config.VOIP.h323"}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
         {{"get", sample}, 0, "config.VOIP.h323\nconfig.VOIP.range\n", ""},
-        {{"get", sample, "config.VOIP.h3"}, 1, "", "sample.msg: no node [config.VOIP.h3]"},
-        {{"get", sample, "config.VOIP.h323", "pass"}, 1, "", "sample.msg: no param 'pass' in [config.VOIP.h323]"},
         {{"apply", "--ports", "0", sample}, 0, "max_ports 0", ""},
         {{"apply", "--redact", example("full-config.msg")}, 0, "    rocommunity = ***\n", ""},
         {{"diff", "--redact", sample, example("full-config.msg")}, 1, "-    password = ***\n+    password = ***\n", ""},
@@ -192,9 +172,7 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
 // that starts with the file's name and names the place, the command's
 // trouble status, nothing on standard output, no output file.
 TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
-    struct kind {
-        std::string name, bytes, place;
-    };
+    struct kind { std::string name, bytes, place; };
     const std::vector<kind> kinds = {
         {"missing", "", ": cannot open: No such file"},
         {"empty", "", ": empty file"},
@@ -358,7 +336,6 @@ TEST_F(CfgmsgCli, ApplyTakesMessagesInOrderAndHonoursPorts) {
     };
     const std::vector<row> rows = {
         {{a.string(), b.string()}, "second", 72, true},
-        {{b.string(), a.string()}, "first", 72, true},
         {{"--ports", "3", a.string()}, "first", 3, false},
         {{"--ports=8", b.string(), a.string()}, "first", 8, true},
     };
@@ -404,22 +381,15 @@ TEST_F(CfgmsgCli, DiffShowsChangedAddedAndDroppedParams) {
     EXPECT_NE(back.out.find("[config.Network.hosts]\n-    host_1 = 10.0.0.2 beta\n"), std::string::npos) << back.out;
 }
 
-TEST_F(CfgmsgCli, JsonKeepsNoValueAndQuotesApart) {
-    const fs::path m = message("m.msg", "header0 = 0x7\n[config.VOIP.h323]\npassword = \"\"\nh323aliase =\n"
-                                        "gatekeeperip = gk\\xff\n");
+// No value and "" stay apart in JSON by the examples' round trip and
+// FullSampleIsAFixedPoint; the header words and bytes that are not UTF-8:
+TEST_F(CfgmsgCli, JsonHeaderWordsAndBytesThatAreNotUtf8) {
+    const fs::path m = message("m.msg", "header0 = 0x7\n[config.VOIP.h323]\ngatekeeperip = gk\\xff\n");
     const result got = run({"decode", "--json", m.string()});
     ASSERT_EQ(got.status, 0) << got.err;
     const nlohmann::json doc = nlohmann::json::parse(got.out);
-    EXPECT_EQ(doc["header0"], 7);
-    EXPECT_EQ(doc["operation"], 2);
-    EXPECT_EQ(doc["terminator"], 0);
-    ASSERT_EQ(doc["nodes"].size(), 1u);
-    const nlohmann::json &params = doc["nodes"][0]["params"];
-    EXPECT_EQ(doc["nodes"][0]["path"], "config.VOIP.h323");
-    ASSERT_EQ(params.size(), 3u);
-    EXPECT_EQ(params[0], (nlohmann::json{{"name", "password"}, {"value", "\"\""}}));
-    EXPECT_EQ(params[1], (nlohmann::json{{"name", "h323aliase"}, {"value", nullptr}}));
-    EXPECT_EQ(params[2]["value"], "gk\xef\xbf\xbd") << "a byte that is not UTF-8 shows as U+FFFD";
+    EXPECT_EQ((nlohmann::json::array({doc["header0"], doc["operation"], doc["terminator"]})), nlohmann::json::array({7, 2, 0}));
+    EXPECT_EQ(doc["nodes"][0]["params"][0]["value"], "gk\xef\xbf\xbd") << "a byte that is not UTF-8 shows as U+FFFD";
 }
 
 TEST_F(CfgmsgCli, FullSampleTextAndMessageAgree) {

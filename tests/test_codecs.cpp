@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -41,11 +42,7 @@ constexpr uint32_t untouched = 0x5A5A5A5Au;
 // both use the one table.
 TEST(CodecBlock, KeyTableRules)
 {
-    struct row {
-        const char *line;
-        member field;
-        int64_t expected;
-    };
+    struct row { const char *line; member field; int64_t expected; };
     // The keys with a rule of their own (packet times, T.38 datagram); the
     // rules of each kind of key are checked over every table in test_key_tables.
     const std::vector<row> rows = {
@@ -80,12 +77,8 @@ TEST(CodecBlock, KeyTableRules)
 // message, with the nodes before it kept.
 TEST(CodecBlock, ProfileNumbers)
 {
-    struct row {
-        const char *path;
-        const char *report; // level-1 line expected on stdout, or nullptr
-        bool later_nodes_parsed;
-    };
-    const std::vector<row> rows = {
+    // path, the level-1 line expected on stdout (nullptr: none), later nodes parsed
+    const std::vector<std::tuple<const char *, const char *, bool>> rows = {
         {"config.VOIP.profile.profile_7.codecs", nullptr, true},
         {"config.VOIP.profile.profile_8.codecs", "Incorrect number of profile [8]", false},
         {"config.VOIP.profile.profile_4294967299.codecs", "Incorrect number of profile [2147483647]", false},
@@ -95,20 +88,21 @@ TEST(CodecBlock, ProfileNumbers)
         // Not a dial-plan profile path: an unknown node, skipped.
         {"config.VOIP.dialplan_profiles.dialplan_profile_2", nullptr, true},
     };
-    for (const row &r : rows) {
+    for (const auto &[path, report, later_nodes_parsed] : rows) {
+        SCOPED_TRACE(path);
         auto image = fresh_image();
         image->routes.start = CFG_LIST_UPDATING;
-        testing::internal::CaptureStdout();
-        parse(*image, std::string("[config.VOIP.h323]\n timetolive = 4\n[") + r.path +
-                          "]\n g711u = 6\n[config.VOIP.range]\n sip_dscp = 9\n");
-        const std::string printed = testing::internal::GetCapturedStdout();
-        EXPECT_EQ(image->h323.timetolive, 4) << r.path; // stored before the profile node
-        EXPECT_EQ(image->h323.sip_dscp == 9, r.later_nodes_parsed) << r.path;
-        EXPECT_EQ(image->routes.start != CFG_LIST_UPDATING, r.later_nodes_parsed) << r.path;
-        if (r.report != nullptr)
-            EXPECT_NE(printed.find(r.report), std::string::npos) << r.path << ": " << printed;
+        const std::string printed = support::stdout_of([&] {
+            parse(*image, std::string("[config.VOIP.h323]\n timetolive = 4\n[") + path +
+                              "]\n g711u = 6\n[config.VOIP.range]\n sip_dscp = 9\n");
+        });
+        EXPECT_EQ(image->h323.timetolive, 4); // stored before the profile node
+        EXPECT_EQ(image->h323.sip_dscp == 9, later_nodes_parsed);
+        EXPECT_EQ(image->routes.start != CFG_LIST_UPDATING, later_nodes_parsed);
+        if (report != nullptr)
+            EXPECT_NE(printed.find(report), std::string::npos) << printed;
         else
-            EXPECT_EQ(printed, "") << r.path;
+            EXPECT_EQ(printed, "");
         EXPECT_TRUE(support::lock_is_free());
     }
     // The edge numbers store into their own records.

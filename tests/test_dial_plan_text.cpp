@@ -11,10 +11,7 @@
 
 namespace {
 
-struct mask3 {
-    uint32_t w[3];
-    bool operator==(const mask3 &) const = default;
-};
+struct mask3 { uint32_t w[3]; bool operator==(const mask3 &) const = default; };
 
 constexpr uint32_t all = 0xFFFFFFFFu;
 
@@ -59,11 +56,7 @@ TEST(DialPlanText, RuleTextsTakenAndRefused)
                       e.port_mask[0], e.port_mask[1], e.port_mask[2], e.field11);
         return std::string(out);
     };
-    struct row {
-        std::string text;
-        uint32_t max_ports;
-        std::string entry;
-    };
+    struct row { std::string text; uint32_t max_ports; std::string entry; };
     const std::vector<row> rows = {
         {R"(55 4 0 sip "proxy" "" 0 0 0 +0-3 0)", 16, R"(2|55|4|0|sip|"proxy"||0|0|0|f,0,0|0)"},
         {R"(55 0 0 pickup "proxy" "" 0 0 0 +0-3 0)", 16, R"(6|55|0|0|pickup|"proxy"||0|0|0|f,0,0|0)"},
@@ -158,12 +151,7 @@ TEST(DialPlanText, MaskTexts)
 
 TEST(DialPlanText, MaskToText)
 {
-    struct row {
-        mask3 mask;
-        uint32_t type;
-        uint32_t max_ports;
-        const char *text;
-    };
+    struct row { mask3 mask; uint32_t type; uint32_t max_ports; const char *text; };
     const std::vector<row> rows = {
         {{{0xFF, 0, 0}}, 4, 8, "-"}, {{{0, 0, 0}}, 4, 8, "+"}, {{{0x21, 0, 0}}, 4, 8, "+0,5"},
         {{{0xBF, 0, 0}}, 4, 8, "-6"},

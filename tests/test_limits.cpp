@@ -62,24 +62,7 @@ TEST(LimitsHandler, Entries)
     }
 }
 
-TEST(LimitsHandler, RecountAndMarker)
-{
-    auto image = fresh_image();
-    image->limits.start = CFG_LIST_UPDATING;
-    parse(*image, "[config.VOIP.limits]\n limit_0 = a 5\n limit_1 = b 0\n limit_2 = c -1\n limit_7 = d 1\n");
-    EXPECT_EQ(image->limits.current, 2u);
-    EXPECT_EQ(image->limits.start, 2u);
-    EXPECT_EQ(update_limits_conf(image.get()), 0);
-    parse(*image, "[config.VOIP.limits]\n limit_7 =\n");
-    EXPECT_EQ(image->limits.current, 1u);
-}
-
-struct limit_entry {
-    int index;
-    const char *target;
-    int32_t value;
-    int32_t not_proxy;
-};
+struct limit_entry { int index; const char *target; int32_t value; int32_t not_proxy; };
 
 limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, uint32_t current,
                       uint32_t ceiling)
@@ -113,22 +96,13 @@ TEST(LimitsWriter, CompactionCeilingAndPadding)
         {"proxy entry without target", limits_of({{0, "", 2, 0}}, 1, 1, 100), {"[proxy] 2"}},
         {"empty entry", limits_of({{0, "", 2, 1}, {3, "x", 2, 1}}, 1, 1, 100), {"x 2"}},
         {"marker in start", limits_of(three, CFG_LIST_UPDATING, 3, 100),
-         [] {
-             std::vector<std::optional<std::string>> v = {"gw1 5", "[proxy] 3", "gw9 7"};
-             v.resize(CFG_LIMITS);
-             return v;
-         }()},
+         support::padded({"gw1 5", "[proxy] 3", "gw9 7"}, CFG_LIMITS)},
     };
     for (const row &r : rows) {
+        SCOPED_TRACE(r.what);
         const auto out = support::write([&](uint8_t **c) { return save_limits(c, &r.limits); });
-        ASSERT_EQ(out.message.nodes.size(), 1u) << r.what;
-        const auto &node = out.node(0);
-        EXPECT_EQ(node.path, "config.VOIP.limits");
-        ASSERT_EQ(node.params.size(), r.values.size()) << r.what;
-        for (std::size_t j = 0; j < r.values.size(); ++j) {
-            EXPECT_EQ(node.params[j].name, "limit_" + std::to_string(j)) << r.what;
-            EXPECT_EQ(node.params[j].value, r.values[j]) << r.what << " limit_" << j;
-        }
+        ASSERT_EQ(out.message.nodes.size(), 1u);
+        support::expect_numbered(out.node(), "config.VOIP.limits", "limit_", r.values);
     }
 }
 
@@ -138,8 +112,7 @@ TEST(LimitsWriter, RoundTrip)
     const auto out = support::write([&](uint8_t **c) { return save_limits(c, &sent); });
     auto image = fresh_image();
     image->limits = limits_of({{5, "stale", 4, 1}}, 0, 0, 0);
-    const std::vector<uint8_t> message = cfgmsg::encode(out.message);
-    all_parser(image.get(), message.data());
+    support::parse_back(*image, out);
     const limit_cfg_t &l = image->limits;
     const std::vector<limit_entry> expected = {{0, "gw3", 5, 1}, {1, "[proxy]", 2, 0}, {2, "gw29", 1, 1}};
     for (const limit_entry &e : expected) {

@@ -51,10 +51,7 @@ TEST(Recount, CountsFilledEntriesAndClearsMarkers)
     recalculate_start_and_current_after_timeout(&im);
     EXPECT_TRUE(support::lock_is_free());
 
-    struct row {
-        const char *list;
-        uint32_t start, current, expected;
-    } rows[] = {
+    struct row { const char *list; uint32_t start, current, expected; } rows[] = {
         {"routes", im.routes.start, im.routes.current, 3},     {"groups", im.groups.start, im.groups.current, 1},
         {"fxo groups", im.fxo_groups.start, im.fxo_groups.current, 2},
         {"hosts", im.hosts.start, im.hosts.current, 1},       {"limits", im.limits.start, im.limits.current, 1},
@@ -75,11 +72,7 @@ TEST(Recount, CountsFilledEntriesAndClearsMarkers)
 }
 
 // Each wait function with the marker that it watches.
-struct wait_case {
-    const char *name;
-    int32_t (*wait)(cfg_image_t *);
-    void (*mark)(cfg_image_t &, bool in_progress);
-};
+struct wait_case { const char *name; int32_t (*wait)(cfg_image_t *); void (*mark)(cfg_image_t &, bool in_progress); };
 
 const wait_case wait_cases[] = {
     {"limits", update_limits_conf,

@@ -23,10 +23,7 @@ bytes with_text(std::initializer_list<uint8_t> head, std::string_view text,
     return out;
 }
 
-struct built {
-    bytes data;
-    uint32_t returned;
-};
+struct built { bytes data; uint32_t returned; };
 
 template <typename Build>
 built run(Build build, uint32_t running = 0)
@@ -43,11 +40,7 @@ built run(Build build, uint32_t running = 0)
 
 TEST(Builders, WriteExactBytesAndCounts)
 {
-    struct row {
-        const char *what;
-        built got;
-        bytes expected;
-    };
+    struct row { const char *what; built got; bytes expected; };
     const row rows[] = {
         {"node head", BUILD(setUInt16ValueInMsg(c, "config.VOIP.h323", 14, r)),
          with_text({0x10, 0x00}, "config.VOIP.h323", {0x0E, 0x00})},
@@ -109,13 +102,8 @@ TEST(FindParams, ValuesAndQuotes)
         int flag;
         bool has_value;
         std::string value;
-    } rows[] = {
-        {&quotes, 1, false, ""},
-        {&quotes, 0, true, "\"\""},
-        {&nothing, 1, false, ""},
-        {&nothing, 0, false, ""},
-        {&quoted_letter, 1, true, "\"x\""},
-    };
+    } rows[] = {{&quotes, 1, false, ""}, {&quotes, 0, true, "\"\""}, {&nothing, 1, false, ""}, {&nothing, 0, false, ""},
+                {&quoted_letter, 1, true, "\"x\""}};
     for (const row &r : rows) {
         const read_result got = read_one(*r.data, static_cast<uint32_t>(r.data->size()) + 5, r.flag);
         EXPECT_EQ(got.result, 0);
@@ -134,18 +122,12 @@ TEST(FindParams, LengthsMustFitInWhatRemains)
     struct row {
         uint32_t remaining;
         int result;
-    } rows[] = {
-        {size, 0},          // value runs exactly to the end: accepted, 0 left
-        {size - 1, -1},     // one byte short in the value
-        {5, -1},            // value length field itself does not fit
-        {3, -1},            // name does not fit
-        {1, -1},            // not even a name length
-        {0, -1},
-    };
+    // Exactly to the end: accepted, 0 left; one byte short in the value; the value
+    // length field, the name and the name length do not fit.
+    } rows[] = {{size, 0}, {size - 1, -1}, {5, -1}, {3, -1}, {1, -1}, {0, -1}};
     for (const row &r : rows) {
-        testing::internal::CaptureStdout();
-        const read_result got = read_one(param, r.remaining, 1);
-        const std::string printed = testing::internal::GetCapturedStdout();
+        read_result got;
+        const std::string printed = support::stdout_of([&] { got = read_one(param, r.remaining, 1); });
         EXPECT_EQ(got.result, r.result) << "remaining " << r.remaining;
         if (r.result == 0) {
             EXPECT_EQ(got.remaining, 0u);

@@ -15,10 +15,7 @@ namespace {
 using support::fresh_image;
 using support::parse;
 
-struct words {
-    std::string w1, w2, w3;
-    bool operator==(const words &) const = default;
-};
+struct words { std::string w1, w2, w3; bool operator==(const words &) const = default; };
 
 void PrintTo(const words &w, std::ostream *os)
 {
@@ -66,9 +63,8 @@ TEST(ModifiersHandler, RuleLines)
     for (const row &r : rows) {
         auto image = fresh_image();
         fill(image->modifiers[5].rules[3], "o1", "o2", "o3");
-        testing::internal::CaptureStdout();
-        parse(*image, "[config.VOIP.modifiers.modifier_5]\n " + r.param + "\n");
-        const std::string out = testing::internal::GetCapturedStdout();
+        const std::string out =
+            support::stdout_of([&] { parse(*image, "[config.VOIP.modifiers.modifier_5]\n " + r.param + "\n"); });
         EXPECT_EQ(words_of(image->modifiers[5].rules[3]), r.rule3) << r.param;
         EXPECT_EQ(image->modifiers[5].count, r.rule3.w1.empty() ? 0 : 1) << r.param;
         if (*r.report == '\0')
@@ -83,38 +79,25 @@ TEST(ModifiersHandler, RuleLines)
 // no recount runs.
 TEST(ModifiersHandler, BadModifierNumberStopsTheMessage)
 {
-    struct row {
-        const char *path;
-        const char *report;
-    };
-    const std::vector<row> rows = {
+    const std::vector<std::pair<const char *, const char *>> rows = {
         {"modifier_16", "all_parser: invalid modifier entry number 16 (valid 0..15)"},
         {"modifier_1x", "invalid modifier entry number -1 (valid 0..15)"},
         {"modifier_4294967296", "invalid modifier entry number 2147483647 (valid 0..15)"},
     };
-    for (const row &r : rows) {
+    for (const auto &[path, report] : rows) {
+        SCOPED_TRACE(path);
         auto image = fresh_image();
         image->modifiers[0].count = CFG_LIST_UPDATING;
-        testing::internal::CaptureStdout();
-        parse(*image, std::string("[config.VOIP.modifiers.") + r.path + "]\n mod_rule_0 = a b c\n"
-                      "[config.VOIP.modifiers.modifier_0]\n mod_rule_0 = a b c\n"
-                      "[config.VOIP.h323]\n timetolive = 7\n");
-        const std::string out = testing::internal::GetCapturedStdout();
-        EXPECT_NE(out.find(r.report), std::string::npos) << r.path << " printed " << out;
-        EXPECT_STREQ(image->modifiers[0].rules[0].word1, "") << r.path;
-        EXPECT_EQ(image->h323.timetolive, 0) << r.path;
-        EXPECT_EQ(image->modifiers[0].count, CFG_LIST_UPDATING) << r.path;
+        const std::string out = support::stdout_of([&] {
+            parse(*image, std::string("[config.VOIP.modifiers.") + path + "]\n mod_rule_0 = a b c\n"
+                          "[config.VOIP.modifiers.modifier_0]\n mod_rule_0 = a b c\n[config.VOIP.h323]\n timetolive = 7\n");
+        });
+        EXPECT_NE(out.find(report), std::string::npos) << out;
+        EXPECT_STREQ(image->modifiers[0].rules[0].word1, "");
+        EXPECT_EQ(image->h323.timetolive, 0);
+        EXPECT_EQ(image->modifiers[0].count, CFG_LIST_UPDATING);
         EXPECT_TRUE(support::lock_is_free());
     }
-}
-
-TEST(ModifiersList, MarkerClearedByMessageEnd)
-{
-    auto image = fresh_image();
-    image->modifiers[15].count = CFG_LIST_UPDATING;
-    parse(*image, "[config.VOIP.modifiers.modifier_15]\n mod_rule_0 = a b c\n mod_rule_31 = d e f\n");
-    EXPECT_EQ(image->modifiers[15].count, 2);
-    EXPECT_EQ(update_mod_rules_conf(image.get(), 15), 0);
 }
 
 TEST(ModifiersWriter, CompactionAndPadding)
@@ -122,31 +105,16 @@ TEST(ModifiersWriter, CompactionAndPadding)
     modifier_cfg_t m{};
     fill(m.rules[1], "r1", "x", "y");
     fill(m.rules[5], "r5", "x", "y");
-    struct row {
-        uint16_t count;
-        std::vector<std::optional<std::string>> values; // mod_rule_0, ... in order
+    const std::vector<std::pair<uint16_t, support::values_t>> rows = {
+        {2, {"r1 x y", "r5 x y"}}, {4, {"r1 x y", "r5 x y", std::nullopt, std::nullopt}}, {0, {}},
+        {CFG_LIST_UPDATING, support::padded({"r1 x y", "r5 x y"}, CFG_MODIFIER_RULES)},
     };
-    const std::vector<row> rows = {
-        {2, {"r1 x y", "r5 x y"}},
-        {4, {"r1 x y", "r5 x y", std::nullopt, std::nullopt}},
-        {0, {}},
-        {CFG_LIST_UPDATING, [] {
-             std::vector<std::optional<std::string>> v = {"r1 x y", "r5 x y"};
-             v.resize(CFG_MODIFIER_RULES);
-             return v;
-         }()},
-    };
-    for (const row &r : rows) {
-        m.count = r.count;
+    for (const auto &[count, values] : rows) {
+        SCOPED_TRACE(count);
+        m.count = count;
         const auto out = support::write([&](uint8_t **c) { return modifier_to_file(c, 7, &m); });
         ASSERT_EQ(out.message.nodes.size(), 1u);
-        const auto &node = out.node(0);
-        EXPECT_EQ(node.path, "config.VOIP.modifiers.modifier_7");
-        ASSERT_EQ(node.params.size(), r.values.size()) << r.count;
-        for (std::size_t j = 0; j < r.values.size(); ++j) {
-            EXPECT_EQ(node.params[j].name, "mod_rule_" + std::to_string(j)) << r.count;
-            EXPECT_EQ(node.params[j].value, r.values[j]) << r.count << " mod_rule_" << j;
-        }
+        support::expect_numbered(out.node(), "config.VOIP.modifiers.modifier_7", "mod_rule_", values);
     }
 }
 
@@ -164,8 +132,7 @@ TEST(ModifiersWriter, DamagedWordsStayInBoundsAndRoundTrip)
               std::string(51, 'a') + " " + std::string(30, 'b') + " " + std::string(31, 'c'));
 
     auto image = fresh_image();
-    const std::vector<uint8_t> message = cfgmsg::encode(out.message);
-    all_parser(image.get(), message.data());
+    support::parse_back(*image, out);
     const modifier_cfg_t &back = image->modifiers[3];
     EXPECT_EQ(words_of(back.rules[0]), (words{std::string(50, 'a'), std::string(29, 'b'), std::string(30, 'c')}));
     EXPECT_EQ(words_of(back.rules[1]), (words{"9", "+7", "-"}));

@@ -1,5 +1,6 @@
 // Path patterns, the white-space normaliser and the trace line layout.
 #include "cfgdebuglog/trace_line.h"
+#include "support.h"
 
 #include <cfgparser.h>
 #include <gtest/gtest.h>
@@ -7,6 +8,8 @@
 #include <cstdarg>
 #include <cstring>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -29,11 +32,7 @@ TEST(PathMatch, CapturesAndMisses)
 {
     const char *cadence = "^config\\.VOIP\\.profile\\.profile_(\\d+)\\.sip_cadences\\.sip_cadence_(\\d+)$";
     const char *sip = "^config\\.VOIP\\.profile\\.profile_\\d+\\.sip$";
-    struct row {
-        const char *pattern;
-        const char *subject;
-        std::vector<std::string> expected;
-    } rows[] = {
+    const std::tuple<const char *, const char *, std::vector<std::string>> rows[] = {
         {cadence, "config.VOIP.profile.profile_2.sip_cadences.sip_cadence_15",
          {"config.VOIP.profile.profile_2.sip_cadences.sip_cadence_15", "2", "15"}},
         {cadence, "config.VOIP.profile.profile_2.sip_cadences.sip_cadence_", {}},
@@ -46,21 +45,16 @@ TEST(PathMatch, CapturesAndMisses)
         {nullptr, "x", {}},
         {"x", nullptr, {}},
     };
-    for (const row &r : rows)
-        EXPECT_EQ(match(r.pattern, r.subject), r.expected) << (r.subject ? r.subject : "(null)");
+    for (const auto &[pattern, subject, expected] : rows)
+        EXPECT_EQ(match(pattern, subject), expected) << (subject ? subject : "(null)");
 }
 
 TEST(PathMatch, TrimAndFreeTable)
 {
-    struct row {
-        const char *in;
-        const char *out;
-    } rows[] = {
-        {" \ta  b\n", "a b"}, {" \t\n ", ""}, {"", ""}, {"a", "a"}, {"a\t\tb  c ", "a b c"},
-    };
-    for (const row &r : rows) {
-        std::string buf = r.in;
-        EXPECT_STREQ(trim(buf.data()), r.out) << '"' << r.in << '"';
+    for (const auto &[in, out] : std::vector<std::pair<std::string, const char *>>{
+             {" \ta  b\n", "a b"}, {" \t\n ", ""}, {"", ""}, {"a", "a"}, {"a\t\tb  c ", "a b c"}}) {
+        std::string buf = in;
+        EXPECT_STREQ(trim(buf.data()), out) << '"' << in << '"';
     }
     EXPECT_EQ(trim(nullptr), nullptr);
     free_table(nullptr, 3); // nothing to free, must not fault
@@ -81,10 +75,7 @@ std::string line_at(int level, int h, int m, int s, long usec, const char *forma
 
 TEST(Trace, LineLayout)
 {
-    struct row {
-        std::string got;
-        std::string expected;
-    } rows[] = {
+    const std::pair<std::string, std::string> rows[] = {
         {line_at(1, 9, 5, 3, 42900, "x\n"), " 9:05:03.042  [CFGPARSE-ERR ]  x\r\n"},
         {line_at(3, 23, 59, 59, 999999, "a%d", 5), " 23:59:59.999  [CFGPARSE-INFO]  a5\r\n"},
         {line_at(4, 0, 0, 0, 0, "lf\n\n\n"), " 0:00:00.000  [CFGPARSE-DEBG]  lf\r\n"},
@@ -92,8 +83,8 @@ TEST(Trace, LineLayout)
         {line_at(2, 1, 2, 3, 4000, "m"), " 1:02:03.004  [CFGPARSE-????]  m\r\n"},
         {line_at(1, 1, 2, 3, 4000, "value [%s]", "100%"), " 1:02:03.004  [CFGPARSE-ERR ]  value [100%]\r\n"},
     };
-    for (const row &r : rows)
-        EXPECT_EQ(r.got, r.expected);
+    for (const auto &[got, expected] : rows)
+        EXPECT_EQ(got, expected);
 
     const std::string long_text(3000, 'z');
     const std::string cut = line_at(1, 10, 0, 0, 0, "%s", long_text.c_str());
@@ -103,29 +94,18 @@ TEST(Trace, LineLayout)
 
 TEST(Trace, OnlyErrorsArePrinted)
 {
-    testing::internal::CaptureStdout();
-    cfg_trace(4, "debug %d", 1);
-    cfg_trace(3, "info");
-    cfg_trace(0, "other");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-
-    testing::internal::CaptureStdout();
-    cfg_trace(1, "broken %s\n", "100%");
-    const std::string out = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(support::stdout_of([] { cfg_trace(4, "debug %d", 1); cfg_trace(3, "info"); cfg_trace(0, "other"); }), "");
+    const std::string out = support::stdout_of([] { cfg_trace(1, "broken %s\n", "100%"); });
     EXPECT_NE(out.find("  [CFGPARSE-ERR ]  broken 100%\r\n"), std::string::npos) << out;
     EXPECT_EQ(out.find('\n'), out.size() - 1);
 }
 
 TEST(Converters, Checkbox)
 {
-    struct row {
-        const char *value;
-        int32_t expected;
-    } rows[] = {{nullptr, 0}, {"", 0},   {"0", 0},  {"n", 0},  {"Y", 0},    {"no", 0},
-                {"off", 0},   {"true", 0}, {"1", 1}, {"5", 1}, {"-3", 1},   {"y", 1},
-                {"yes", 1},   {"7abc", 1}, {" 2", 1}};
-    for (const row &r : rows)
-        EXPECT_EQ(get_checkbox(r.value), r.expected) << (r.value ? r.value : "(null)");
+    for (const auto &[value, expected] : std::vector<std::pair<const char *, int32_t>>{
+             {nullptr, 0}, {"", 0}, {"0", 0}, {"n", 0}, {"Y", 0}, {"no", 0}, {"off", 0}, {"true", 0},
+             {"1", 1}, {"5", 1}, {"-3", 1}, {"y", 1}, {"yes", 1}, {"7abc", 1}, {" 2", 1}})
+        EXPECT_EQ(get_checkbox(value), expected) << (value ? value : "(null)");
 }
 
 TEST(Converters, StringKeepsTheBytesPastTheText)

@@ -77,19 +77,13 @@ TEST(Routes, WriterCompactsPadsAndRoundTrips)
     image->routes.start = 6;
     const auto out = support::write([&](uint8_t **c) { return sendRoutesToCfgMngr(c, &image->routes); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
-    EXPECT_EQ(out.node().path, "config.Network.routes");
-    EXPECT_EQ(support::names(out.node()),
-              (std::vector<std::string>{"route_0", "route_1", "route_2", "route_3", "route_4", "route_5"}));
-    EXPECT_EQ(support::value(out.node(), "route_0"), "10.0.0.0 255.0.0.0 192.168.1.1 .eth1");
-    EXPECT_EQ(support::value(out.node(), "route_1"), "10.1.0.0 255.255.0.0 192.168.1.2");
-    EXPECT_EQ(support::value(out.node(), "route_2"), "10.3.0.0 255.255.0.0 192.168.1.4");
-    for (const char *name : {"route_3", "route_4", "route_5"})
-        EXPECT_EQ(support::value(out.node(), name), std::nullopt) << name;
-
+    support::expect_numbered(out.node(), "config.Network.routes", "route_",
+                             support::padded({"10.0.0.0 255.0.0.0 192.168.1.1 .eth1", "10.1.0.0 255.255.0.0 192.168.1.2",
+                                              "10.3.0.0 255.255.0.0 192.168.1.4"}, 6));
     // Round trip: the routes come back renumbered from 0, the empty params clear the rest.
     auto back = fresh_image();
     set_route(back->routes.route[3], "9.9.9.9", "9.9.9.9", "9.9.9.9", "stale");
-    all_parser(back.get(), cfgmsg::encode(out.message).data());
+    support::parse_back(*back, out);
     int i = 0;
     for (int from : {5, 40, 99})
         EXPECT_EQ(text(back->routes.route[i++]), text(image->routes.route[from])) << from;

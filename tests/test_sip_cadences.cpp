@@ -23,10 +23,7 @@ std::string cadence_path(const std::string &profile, const std::string &cadence)
 // Either number out of range ends the whole message after its report.
 TEST(SipCadence, NumbersFromThePath)
 {
-    const struct {
-        std::string path;
-        const char *report;
-    } rows[] = {
+    const struct { std::string path; const char *report; } rows[] = {
         {cadence_path("0", "0"), nullptr}, {cadence_path("7", "15"), nullptr},
         {cadence_path("0", "16"), "Incorrect number of sip cadence [16]"},
         {cadence_path("8", "0"), "Incorrect number of profile [8]"},
@@ -36,10 +33,10 @@ TEST(SipCadence, NumbersFromThePath)
     for (const auto &r : rows) {
         auto image = fresh_image();
         image->routes.start = CFG_LIST_UPDATING;
-        testing::internal::CaptureStdout();
-        parse(*image, "[" + cadence_path("2", "3") + "]\n name = first\n[" + r.path +
-                          "]\n name = x\n[" + cadence_path("2", "4") + "]\n name = after\n");
-        const std::string printed = testing::internal::GetCapturedStdout();
+        const std::string printed = support::stdout_of([&] {
+            parse(*image, "[" + cadence_path("2", "3") + "]\n name = first\n[" + r.path + "]\n name = x\n[" +
+                              cadence_path("2", "4") + "]\n name = after\n");
+        });
         const bool accepted = r.report == nullptr;
         EXPECT_STREQ(image->profiles[2].sip.sip_cadences[3].name, "first") << r.path;
         EXPECT_STREQ(image->profiles[2].sip.sip_cadences[4].name, accepted ? "after" : "") << r.path;

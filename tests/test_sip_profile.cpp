@@ -28,11 +28,7 @@ std::string sip_node(int profile, const std::string &params)
 TEST(SipProfile, NumberRules)
 {
     using S = profile_sip_cfg_t;
-    struct row {
-        const char *line;
-        uint32_t S::*field;
-        uint32_t expected;
-    };
+    struct row { const char *line; uint32_t S::*field; uint32_t expected; };
     const std::vector<row> rows = {
         {"cw_ringback = 2", &S::cw_ringback, 0}, {"ringback = y", &S::ringback, 0},
         {"authentication = 1", &S::authentication, 1},
@@ -59,10 +55,7 @@ TEST(SipProfile, NumberRules)
 TEST(SipProfile, TextRules)
 {
     const std::string long_name(60, 'u');
-    const struct {
-        std::string params;
-        const char *user, *host, *hotline, *proxy0, *proxy2, *regrar4;
-    } rows[] = {
+    const struct { std::string params; const char *user, *host, *hotline, *proxy0, *proxy2, *regrar4; } rows[] = {
         {"conference_serv_name = conf@media.example", "conf", "media.example", "old", "old", "old", "old"},
         {"conference_serv_name = conf", "conf", "", "old", "old", "old", "old"},
         {"conference_serv_name =", "", "", "old", "old", "old", "old"},
@@ -143,10 +136,7 @@ TEST(SipProfileWriter, ParamListsByMode)
 // trip covers codes 2 (dtmfmime) and 3 (hfmime).
 TEST(SipProfileWriter, ValuesWrittenBack)
 {
-    const struct {
-        std::string input;
-        const char *name, *written;
-    } rows[] = {
+    const struct { std::string input; const char *name, *written; } rows[] = {
         {"hfmime = broadsoft", "hfmime", "broadsoft"}, {"hfmime = dtmf", "hfmime", "dtmf"},
         {"dtmfmime = dtmf", "dtmfmime", "dtmf"}, {"conference_serv_name = conf", "conference_serv_name", "conf"},
     };

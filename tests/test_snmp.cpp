@@ -17,13 +17,10 @@ using support::parse;
 
 TEST(Snmp, TrapTypeAndWriter)
 {
-    struct row {
-        const char *param;
-        uint32_t stored;
-        const char *written;
-    } rows[] = {{"trap_type = v2", 2, "v2"}, {"trap_type = V2", 1, "v1"}, {"trap_type = v2c", 1, "v1"},
-                {"trap_type =", 1, "v1"}, {"trap_type = \"\"", 1, "v1"}};
-    for (const row &r : rows) {
+    const struct { const char *param; uint32_t stored; const char *written; } rows[] = {
+        {"trap_type = v2", 2, "v2"}, {"trap_type = V2", 1, "v1"}, {"trap_type = v2c", 1, "v1"}, {"trap_type =", 1, "v1"},
+        {"trap_type = \"\"", 1, "v1"}};
+    for (const auto &r : rows) {
         auto image = fresh_image();
         image->snmp.trap_type = 7;
         parse(*image, std::string("[config.Network.snmp]\n") + r.param + "\n");
@@ -35,10 +32,7 @@ TEST(Snmp, TrapTypeAndWriter)
 
 TEST(SnmpUsers, UserLine)
 {
-    struct row {
-        std::string param;
-        const char *w1, *w2, *w3;
-    } rows[] = {
+    struct row { std::string param; const char *w1, *w2, *w3; } rows[] = {
         {"user_0 = alpha beta", "alpha", "beta", "old3"},
         {"user_0 = solo", "solo", "old2", "old3"},
         {"user_0 =", "", "", ""},
@@ -78,19 +72,17 @@ TEST(SnmpUsers, WriterAndRoundTrip)
     std::strcpy(u.word3, "rw");
     const auto out = support::write([&](uint8_t **c) { return snmp_user_save(c, &image->snmp); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
-    EXPECT_EQ(out.node().path, "config.Network.snmp_users");
-    EXPECT_EQ(support::names(out.node()), std::vector<std::string>{"user_0"});
-    EXPECT_EQ(support::value(out.node(), "user_0"), "admin secret123 rw");
+    support::expect_numbered(out.node(), "config.Network.snmp_users", "user_", {"admin secret123 rw"});
 
     auto back = fresh_image();
-    all_parser(back.get(), cfgmsg::encode(out.message).data());
+    support::parse_back(*back, out);
     EXPECT_STREQ(back->snmp.user.word2, "secret123");
 
     // Any empty word sends the line with no value, which clears it on return.
     image->snmp.user.word1[0] = '\0';
     const auto no1 = support::write([&](uint8_t **c) { return snmp_user_save(c, &image->snmp); });
     EXPECT_EQ(support::value(no1.node(), "user_0"), std::nullopt);
-    all_parser(back.get(), cfgmsg::encode(no1.message).data());
+    support::parse_back(*back, no1);
     EXPECT_STREQ(back->snmp.user.word1, "");
     EXPECT_STREQ(back->snmp.user.word3, "");
 }

@@ -28,11 +28,7 @@ TEST(SwitchVtu, HandlerStoresByRuleAndFieldWord)
 {
     // Every other field of every rule keeps 7 (valid 1). Plain stores of each
     // field word are covered by the insert round trip below.
-    const struct {
-        const char *param;
-        int rule;
-        void (*change)(vtu_rule_t &);
-    } rows[] = {
+    const struct { const char *param; int rule; void (*change)(vtu_rule_t &); } rows[] = {
         {"vtu2.vid =", 2, CHANGE(r.vid = 0; r.valid = 0)},
         {"vtu2.vid = abc", 2, CHANGE((void)r)}, // vid kept, rule stays valid
         {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)},
