@@ -25,10 +25,7 @@ bool parse_recounts(cfg_image_t &image, const std::vector<uint8_t> &message)
 
 TEST(AllParser, ClassificationByPrefixAndPattern)
 {
-    struct row {
-        const char *path;
-        bool h323_stamped;
-    } rows[] = {
+    struct row { const char *path; bool h323_stamped; } rows[] = {
         {"config.VOIP.h323", true},
         {"config.VOIP.h323.extra", true},   // a path that begins with the prefix
         {"config.VOIP.h32", false},
@@ -63,13 +60,7 @@ TEST(AllParser, WaysAParseEnds)
     const std::vector<uint8_t> good = cfgmsg::message_from_text(
         "[config.VOIP.h323]\n timetolive = 1\n[config.VOIP.range]\n sip_dscp = 5\n");
 
-    struct row {
-        const char *what;
-        std::vector<uint8_t> message;
-        bool recounts;
-        int32_t timetolive;
-        int32_t sip_dscp;
-    };
+    struct row { const char *what; std::vector<uint8_t> message; bool recounts; int32_t timetolive; int32_t sip_dscp; };
     std::vector<row> rows;
     rows.push_back({"normal", good, true, 1, 5});
 

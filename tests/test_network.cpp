@@ -42,10 +42,7 @@ void copy(network_cfg_t &to, const network_cfg_t &from) { std::memcpy(&to, &from
 // The whole record is compared, so a value that lands in a second field fails.
 #define WANT(body) [](network_cfg_t &e) { body; }
 
-struct record_row {
-    const char *params;
-    void (*expect)(network_cfg_t &);
-};
+struct record_row { const char *params; void (*expect)(network_cfg_t &); };
 
 const record_row language_rows[] = {
     // Every stored "LANGUAGE", an empty one too, raises the marker the

@@ -18,11 +18,7 @@ TEST(WriterPreconditions, RefusedWithoutWriting)
     // number; `count` is the size of the numbered array, 0 for a writer
     // without a number.
     using call = std::function<int(uint8_t **, bool, int64_t)>;
-    struct row {
-        const char *name;
-        int64_t count;
-        call write;
-    };
+    struct row { const char *name; int64_t count; call write; };
 #define REC(member) (null ? nullptr : &im.member)
 #define WRITER(count, name, ...) \
     row { #name, count, [&]([[maybe_unused]] uint8_t **c, [[maybe_unused]] bool null, [[maybe_unused]] int64_t n) { \
@@ -79,10 +75,7 @@ TEST(WriterPreconditions, RefusedWithoutWriting)
         // Refused: no cursor, a cursor pointing nowhere, no record (for every
         // writer that takes one), and the numbers just outside the array
         // (-1 arrives as 0xFFFFFFFF where the number is unsigned).
-        struct attempt {
-            bool no_cursor, nowhere, null;
-            int64_t number;
-        };
+        struct attempt { bool no_cursor, nowhere, null; int64_t number; };
         std::vector<attempt> refused = {{true, false, false, 0}, {false, true, false, 0}};
         if (std::string(r.name) != "del_rule_from_vtu")
             refused.push_back({false, false, true, 0});
