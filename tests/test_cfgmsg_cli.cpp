@@ -174,8 +174,7 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
 TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
     struct kind { std::string name, bytes, place; };
     const std::vector<kind> kinds = {
-        {"missing", "", ": cannot open: No such file"},
-        {"empty", "", ": empty file"},
+        {"missing", "", ": cannot open: No such file"}, {"empty", "", ": empty file"},
         {"truncated", framed(9, std::string("\x02\x03\x00" "abc\x00\x00", 8)), ": malformed message at byte offset"},
         {"bad-text", "[a]\nx = 1\nnot a param\n", ":3: expected '[path]'"},
         {"bad-json", "{\"nodes\": [\n  {\"path\": 1}]}", ": bad JSON at /nodes/0/path: expected a string"},
@@ -335,8 +334,7 @@ TEST_F(CfgmsgCli, ApplyTakesMessagesInOrderAndHonoursPorts) {
         bool port3;  // port_3 phone 103 shown
     };
     const std::vector<row> rows = {
-        {{a.string(), b.string()}, "second", 72, true},
-        {{"--ports", "3", a.string()}, "first", 3, false},
+        {{a.string(), b.string()}, "second", 72, true}, {{"--ports", "3", a.string()}, "first", 3, false},
         {{"--ports=8", b.string(), a.string()}, "first", 8, true},
     };
     for (const row &r : rows) {

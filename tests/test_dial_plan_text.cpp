@@ -71,8 +71,7 @@ TEST(DialPlanText, RuleTextsTakenAndRefused)
         // field 6 without quotes is kept whole
         {R"(1 1 1 sip d abc 0 0 0 + 0)", 8, "4|1|1|1|sip|d|abc|0|0|0|0,0,0|0"},
         // fields missing at the end: 0 and empty; an empty mask text clears the mask
-        {"7 1 2 sip dest", 8, "4|7|1|2|sip|dest||0|0|0|0,0,0|0"},
-        {"7 1 2 sip", 8, "4|7|1|2|sip|||0|0|0|0,0,0|0"},
+        {"7 1 2 sip dest", 8, "4|7|1|2|sip|dest||0|0|0|0,0,0|0"}, {"7 1 2 sip", 8, "4|7|1|2|sip|||0|0|0|0,0,0|0"},
         // texts cut to their members
         {"  " + std::string(64, 'a') + " 1 2 sip " + std::string(64, 'd') + " \"\" 0 0 0 + 0", 8,
          "4|" + std::string(20, 'a') + "|1|2|sip|" + std::string(40, 'd') + "||0|0|0|0,0,0|0"},

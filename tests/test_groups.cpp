@@ -90,12 +90,10 @@ TEST(GroupsHandler, StoresAndEmptyValueRules)
     struct row { const char *params; uint32_t valid; const char *phone; uint32_t timeout, profile_id, sip_port, enabled, type; std::vector<uint32_t> ports; };
     // Group 4 starts filled: valid, phone "old", timeout 30, ports 1,2.
     const std::vector<row> rows = {
-        {" enabled =\n", 0, "old", 30, 0, 0, 0, 0, {1, 2}},
-        {" phone = \"\"\n", 1, "", 30, 0, 0, 0, 0, {1, 2}},
+        {" enabled =\n", 0, "old", 30, 0, 0, 0, 0, {1, 2}}, {" phone = \"\"\n", 1, "", 30, 0, 0, 0, 0, {1, 2}},
         {" phone = 555\n timeout = 3\n profile_id = 9\n sip_port = 70000\n", 1, "555", 0, 0, 0, 0, 0, {1, 2}},
         {" enabled_x = y\n typed = 4\n", 1, "old", 30, 0, 0, 1, 4, {1, 2}},
-        {" ports = 0,8\n phone = 1\n", 1, "1", 30, 0, 0, 0, 0, {}},
-        {" ports = \"\"\n", 1, "old", 30, 0, 0, 0, 0, {}},
+        {" ports = 0,8\n phone = 1\n", 1, "1", 30, 0, 0, 0, 0, {}}, {" ports = \"\"\n", 1, "old", 30, 0, 0, 0, 0, {}},
         {"", 0, "", 0, 0, 0, 0, 0, {}}, // no params: the group is cleared
     };
     for (const row &r : rows) {

@@ -27,8 +27,7 @@ TEST(LimitsHandler, Entries)
     const std::string long_digits(300, '1');
     // Entry 2 starts as "old" 9, not_proxy 1.
     const std::vector<row> rows = {
-        {"limit_2 = gw1 5", 2, "gw1", 5, 1},
-        {"limit_2 = [proxy] 3", 2, "[proxy]", 3, 0},
+        {"limit_2 = gw1 5", 2, "gw1", 5, 1}, {"limit_2 = [proxy] 3", 2, "[proxy]", 3, 0},
         {"limit_2 = gw1\t\t7", 2, "gw1", 7, 1},
         {"limit_2 = gw1", 2, "gw1", 9, 1},            // no number: value kept
         {"limit_2 = \"\"", 2, "", 0, -1},
@@ -36,9 +35,7 @@ TEST(LimitsHandler, Entries)
         {"limit_3 = " + long_word + " 4", 3, long_word.substr(0, 255), 4, 1},
         {"limit_3 = " + long_digits, 3, long_digits.substr(0, 255), 0, 1},
         {"limits_3 = a 1", 3, "a", 1, 1},             // name begins with "limit"
-        {"limit_30 = a 1", -1, "", 0, 0},
-        {"limit_2x = a 1", -1, "", 0, 0},
-        {"limit_4294967298 = a 1", -1, "", 0, 0},
+        {"limit_30 = a 1", -1, "", 0, 0}, {"limit_2x = a 1", -1, "", 0, 0}, {"limit_4294967298 = a 1", -1, "", 0, 0},
         {"other_2 = a 1", -1, "", 0, 0},
     };
     for (const row &r : rows) {

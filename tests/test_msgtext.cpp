@@ -110,9 +110,7 @@ TEST(MsgText, EveryByteRoundTrips) {
     for (int b = 0; b < 256; ++b) {
         const std::string c(1, static_cast<char>(b));
         m.nodes.push_back({c + "a" + c, {{c, c},
-                                         {"[" + c + "]", " " + c + " "},
-                                         {"#" + c + "=", "=" + c + "\\"},
-                                         {" ", " "},
+                                         {"[" + c + "]", " " + c + " "}, {"#" + c + "=", "=" + c + "\\"}, {" ", " "},
                                          {"", std::nullopt}}});
     }
     m.nodes.push_back({"", {}});
@@ -187,14 +185,10 @@ TEST(MsgText, KeepsUnusualEnds) {
 TEST(MsgText, ReportsBadTextWithLine) {
     struct Case { std::string text; std::size_t line; const char *reason; };
     const std::vector<Case> cases = {
-        {"enablesip = 1\n", 1, "not a header field"},
-        {"[a]\n  x = 1\n  y\n", 3, "expected '[path]' or 'name = value'"},
-        {"# c\n[a]\nx = \\q\n", 3, "unknown escape '\\q'"},
-        {"[a]\nx = \\x4\n", 2, "two hex digits"},
-        {"[a]\nx = ab\\\n", 2, "inside an escape"},
-        {"operation = 256\n", 1, "bad value for operation"},
-        {"header0 = 0x1G\n", 1, "bad value for header0"},
-        {"terminator = -1\n", 1, "bad value for terminator"},
+        {"enablesip = 1\n", 1, "not a header field"}, {"[a]\n  x = 1\n  y\n", 3, "expected '[path]' or 'name = value'"},
+        {"# c\n[a]\nx = \\q\n", 3, "unknown escape '\\q'"}, {"[a]\nx = \\x4\n", 2, "two hex digits"},
+        {"[a]\nx = ab\\\n", 2, "inside an escape"}, {"operation = 256\n", 1, "bad value for operation"},
+        {"header0 = 0x1G\n", 1, "bad value for header0"}, {"terminator = -1\n", 1, "bad value for terminator"},
         {"\n\n[a]\nn = " + std::string(65536, 'x') + "\n", 4, "param value longer than 65535"},
         {"[a]\n" + std::string(65536, 'x') + " = 1\n", 2, "param name longer than 65535"},
     };

@@ -48,8 +48,7 @@ const record_row language_rows[] = {
     // Every stored "LANGUAGE", an empty one too, raises the marker the
     // application watches.
     {"LANGUAGE = deutsche", WANT(std::strcpy(e.language, "deutsch"); e.language_set = 1)},
-    {"LANGUAGE =", WANT(e.language_set = 1)},
-    {"LANGUAGE = \"\"", WANT(e.language_set = 1)},
+    {"LANGUAGE =", WANT(e.language_set = 1)}, {"LANGUAGE = \"\"", WANT(e.language_set = 1)},
 };
 
 TEST(NetworkKeys, LanguageRaisesItsMarker)

@@ -86,10 +86,10 @@ TEST(PortSettings, UnusablePathNumbers)
     for (const row &r : rows) {
         auto image = fresh_image();
         image->routes.start = CFG_LIST_UPDATING;
-        testing::internal::CaptureStdout();
-        parse(*image, "[config.VOIP.ports.port_2]\n phone = 22\n[config.VOIP.ports.port_" + r.tail +
-                          "]\n phone = 9\n gainr = 5\n[config.VOIP.ports.port_4]\n phone = 44\n");
-        const std::string printed = testing::internal::GetCapturedStdout();
+        const std::string printed = support::stdout_of([&] {
+            parse(*image, "[config.VOIP.ports.port_2]\n phone = 22\n[config.VOIP.ports.port_" + r.tail +
+                              "]\n phone = 9\n gainr = 5\n[config.VOIP.ports.port_4]\n phone = 44\n");
+        });
         EXPECT_TRUE(support::lock_is_free());
         EXPECT_EQ(image->routes.start != CFG_LIST_UPDATING, r.message_goes_on) << r.tail; // the recount
         EXPECT_NE(printed.find(r.report), std::string::npos) << r.tail << ": " << printed;
@@ -113,9 +113,7 @@ TEST(PortSettings, MalformedParamKeepsTheStamp)
         cfgmsg::message_from_text("[config.VOIP.ports.port_1]\n phone = 11\n category = 20\n");
     message[4] = static_cast<uint8_t>(message[4] - 3); // cut inside the last value
     auto image = fresh_image();
-    testing::internal::CaptureStdout();
-    all_parser(image.get(), message.data());
-    testing::internal::GetCapturedStdout();
+    support::stdout_of([&] { all_parser(image.get(), message.data()); });
     EXPECT_STREQ(image->ports[1].phone, "11");
     EXPECT_EQ(image->ports[1].category, 0u);
     EXPECT_EQ(image->ports_updated[1], 0u);

@@ -33,11 +33,8 @@ TEST(Snmp, TrapTypeAndWriter)
 TEST(SnmpUsers, UserLine)
 {
     struct row { std::string param; const char *w1, *w2, *w3; } rows[] = {
-        {"user_0 = alpha beta", "alpha", "beta", "old3"},
-        {"user_0 = solo", "solo", "old2", "old3"},
-        {"user_0 =", "", "", ""},
-        {"user_0 = \"\"", "", "", ""},
-        {"user_0 = \\t  a\\tb  c", "a", "b", "c"},
+        {"user_0 = alpha beta", "alpha", "beta", "old3"}, {"user_0 = solo", "solo", "old2", "old3"},
+        {"user_0 =", "", "", ""}, {"user_0 = \"\"", "", "", ""}, {"user_0 = \\t  a\\tb  c", "a", "b", "c"},
         {"user_0 = " + std::string(45, 'x') + " " + std::string(45, 'y') + " " + std::string(20, 'z'),
          "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx", "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy", "zzzzzzzzzzzzzzz"},
         {"user_1 = p q r", "old1", "old2", "old3"},

@@ -53,8 +53,7 @@ TEST(SwitchVlan, HandlerStoresNumbersByKeyAndIndex)
         uint32_t (*field)(const switch_vlan_t &);
         uint32_t expected;
     } rows[] = {
-        {"portmask3 = 1 0 0 1 0 0", 3, FIELD(portmask), 0x9},
-        {"portmask0 =", 0, FIELD(portmask), 0},
+        {"portmask3 = 1 0 0 1 0 0", 3, FIELD(portmask), 0x9}, {"portmask0 =", 0, FIELD(portmask), 0},
         {"vid 4 = 12", 4, FIELD(vid), 12},       // blanks before the number are skipped
         {"vid+1 = 9", 1, FIELD(vid), 9},
         {"enable2_extra = 1", 2, FIELD(enable), 1}, // text after the number is ignored

@@ -31,8 +31,7 @@ TEST(SwitchVtu, HandlerStoresByRuleAndFieldWord)
     const struct { const char *param; int rule; void (*change)(vtu_rule_t &); } rows[] = {
         {"vtu2.vid =", 2, CHANGE(r.vid = 0; r.valid = 0)},
         {"vtu2.vid = abc", 2, CHANGE((void)r)}, // vid kept, rule stays valid
-        {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)},
-        {"vtu1.override = 12abc", 1, CHANGE(r.override = 12)},
+        {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)}, {"vtu1.override = 12abc", 1, CHANGE(r.override = 12)},
         {"vtu9.vidAAAAAAAAAAAA = 8", 9, CHANGE(r.vid = 8)}, // field word of 15 characters
     };
     for (const auto &r : rows) {

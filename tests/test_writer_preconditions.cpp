@@ -85,9 +85,8 @@ TEST(WriterPreconditions, RefusedWithoutWriting)
         }
         for (const attempt &a : refused) {
             uint8_t *cursor = a.nowhere ? nullptr : buffer.data();
-            testing::internal::CaptureStdout();
-            const int returned = r.write(a.no_cursor ? nullptr : &cursor, a.null, a.number);
-            const std::string out = testing::internal::GetCapturedStdout();
+            int returned = -1;
+            const std::string out = support::stdout_of([&] { returned = r.write(a.no_cursor ? nullptr : &cursor, a.null, a.number); });
             const std::string what = std::string(r.name) + " refusal " + std::to_string(&a - refused.data());
             EXPECT_EQ(returned, 0) << what;
             EXPECT_EQ(cursor, a.nowhere ? nullptr : buffer.data()) << what;

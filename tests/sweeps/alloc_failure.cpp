@@ -213,10 +213,7 @@ TEST_F(AllocFailure, RefusedCopySkipsOnlyItsParam)
         {1, nothing},               // the path copy: the parse ends, nothing stored
         {2, head + p2 + p3},        // the first name
         {3, head + p2 + p3},        // the first value
-        {4, head + p1 + p3},
-        {5, head + p1 + p3},
-        {6, head + p1 + p2},
-        {7, head + p1 + p2},
+        {4, head + p1 + p3}, {5, head + p1 + p3}, {6, head + p1 + p2}, {7, head + p1 + p2},
         {8, head + p1 + p2 + p3},   // past the last copy: nothing refused
     };
     const std::vector<uint8_t> message = cfgmsg::message_from_text(head + p1 + p2 + p3);
