@@ -110,12 +110,7 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
     // Body length 5: operation byte, then a path length of 16 with 2 bytes left.
     const std::string bad_node = file("bad-node.msg", framed(5, std::string("\x02\x10\x00" "a\x00", 5))).string();
     const std::string trailing = file("trailing.msg", framed(1, "\x02xyz")).string();
-    struct row {
-        std::vector<std::string> args;
-        int status;
-        std::string out;  // part of standard output
-        std::string err;  // part of standard error
-    };
+    struct row { std::vector<std::string> args; int status; std::string out, err; }; // out, err: parts of standard output, error
     const std::vector<row> rows = {
         {{}, 2, "", "missing command"}, {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
         {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""}, {{"--version"}, 0, "cfgmsg 0.", ""},
@@ -296,8 +291,7 @@ TEST_F(CfgmsgCli, FullSampleIsAFixedPoint) {
     const cfgmsg::message msg = parsed(first.out);
 
     // apply -> encode -> apply gives the same text, and diff finds nothing.
-    const fs::path text = file("applied.txt", first.out);
-    const result encoded = run({"encode", text.string()});
+    const result encoded = run({"encode", file("applied.txt", first.out).string()});
     ASSERT_EQ(encoded.status, 0) << encoded.err;
     const fs::path again = file("applied.msg", encoded.out);
     const result second = run({"apply", again.string()});
@@ -327,12 +321,7 @@ TEST_F(CfgmsgCli, FullSampleIsAFixedPoint) {
 TEST_F(CfgmsgCli, ApplyTakesMessagesInOrderAndHonoursPorts) {
     const fs::path a = message("a.msg", "[config.VOIP.h323]\npassword = first\n[config.VOIP.ports.port_3]\nphone = 103\n");
     const fs::path b = message("b.msg", "[config.VOIP.h323]\npassword = second\n");
-    struct row {
-        std::vector<std::string> args;
-        const char *password;
-        int ports;
-        bool port3;  // port_3 phone 103 shown
-    };
+    struct row { std::vector<std::string> args; const char *password; int ports; bool port3; }; // port3: port_3 phone 103 shown
     const std::vector<row> rows = {
         {{a.string(), b.string()}, "second", 72, true}, {{"--ports", "3", a.string()}, "first", 3, false},
         {{"--ports=8", b.string(), a.string()}, "first", 8, true},

@@ -50,7 +50,8 @@ TEST(GroupPortsText, AcceptedAndRefusedTexts)
     };
     for (const row &r : rows) {
         auto image = fresh_image(r.max_ports);
-        group_cfg_t g{.port_list = {5, 6}, .port_count = 2};
+        group_cfg_t g{};
+        std::tie(g.port_list[0], g.port_list[1], g.port_count) = std::tuple(5u, 6u, 2u);
         const std::string out = support::stdout_of(
             [&] { EXPECT_EQ(cfgpars_group_ports_string_to_t(&g, r.text.c_str(), image.get()), r.result) << r.text; });
         EXPECT_EQ(ports_of(g), r.ports) << r.text;
@@ -79,8 +80,9 @@ TEST(GroupPortsText, ToText)
         EXPECT_EQ(cfg_port_to_string(&g, out), out);
         EXPECT_EQ(std::string(out).substr(0, r.text.size()), r.text);
         EXPECT_LT(std::strlen(out), 256u);
-        if (r.count <= 72)
+        if (r.count <= 72) {
             EXPECT_EQ(std::string(out), r.text);
+        }
         EXPECT_EQ(out[256], 'z') << "wrote past the 256-byte buffer";
     }
 }
@@ -99,7 +101,8 @@ TEST(GroupsHandler, StoresAndEmptyValueRules)
     for (const row &r : rows) {
         auto image = fresh_image(8);
         group_cfg_t &g = image->groups.entries[4];
-        g = {.valid = 1, .phone = "old", .timeout = 30, .port_list = {1, 2}, .port_count = 2};
+        std::tie(g.valid, g.timeout, g.port_list[0], g.port_list[1], g.port_count) = std::tuple(1u, 30u, 1u, 2u, 2u);
+        std::strcpy(g.phone, "old");
         parse(*image, std::string("[config.VOIP.groups.group_4]\n") + r.params);
         EXPECT_EQ(std::tie(g.valid, g.timeout, g.profile_id, g.sip_port, g.enabled, g.type),
                   std::tie(r.valid, r.timeout, r.profile_id, r.sip_port, r.enabled, r.type)) << r.params;
