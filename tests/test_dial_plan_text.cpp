@@ -121,12 +121,7 @@ TEST(DialPlanText, RuleTextsRefused)
 TEST(DialPlanText, MaskTexts)
 {
     const mask3 untouched{{0x12345678, 0x9abcdef0, 0x0f0f0f0f}};
-    struct row {
-        const char *text;
-        uint32_t max_ports;
-        int result;
-        mask3 mask; // expected destination (untouched when refused)
-    };
+    struct row { const char *text; uint32_t max_ports; int result; mask3 mask; }; // mask: expected (untouched when refused)
     const std::vector<row> rows = {
         {"+", 8, 0, {{0, 0, 0}}}, {"-", 8, 0, {{all, all, all}}}, {"+1,3,", 8, 0, {{0xA, 0, 0}}},
         {"+0-3,7", 8, 0, {{0x8F, 0, 0}}}, {"-2", 8, 0, {{~4u, all, all}}},

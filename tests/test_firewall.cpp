@@ -50,11 +50,8 @@ const std::string E = "Parse rule error. ";
 TEST(FirewallRuleText, OutcomesAndErrorLines)
 {
     const std::string long_ip(40, '9');
-    struct row {
-        std::string text;
-        std::vector<std::string> errors;   // in the order they are printed
-        const char *form;                  // text form of an accepted rule
-    } rows[] = {
+    // errors: in the order they are printed; form: text form of an accepted rule.
+    struct row { std::string text; std::vector<std::string> errors; const char *form; } rows[] = {
         // The outcome table of the rule format.
         {"all_src_ip any ACCEPT", {}, "all_src_ip any ACCEPT"},
         {"192.168.1.10 4 tcp 1000 10 all_dst_ports drop", {}, "192.168.1.10 4 TCP 1000 10 all_dst_ports DROP"},

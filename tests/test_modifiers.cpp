@@ -36,11 +36,8 @@ void fill(mod_rule_t &r, const char *w1, const char *w2, const char *w3)
 
 TEST(ModifiersHandler, RuleLines)
 {
-    struct row {
-        std::string param;
-        words rule3;       // rule 3 afterwards (starts as "o1 o2 o3")
-        const char *report; // level-1 report, "" for none
-    };
+    // rule3: rule 3 afterwards (starts as "o1 o2 o3"); report: level-1 report, "" for none.
+    struct row { std::string param; words rule3; const char *report; };
     const std::string w60(60, 'a'), w40(40, 'b');
     // The line is read up to 254 characters: a third word starting at
     // character 254 is lost, one starting at 253 is kept.

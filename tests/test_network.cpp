@@ -66,10 +66,7 @@ TEST(NetworkKeys, LanguageRaisesItsMarker)
 
 TEST(NetworkKeys, IntervalsAreScannedAndKeptWithoutANumber)
 {
-    struct step {
-        const char *param; // text after the key
-        int32_t want;
-    } steps[] = {
+    struct step { const char *param; int32_t want; } steps[] = { // param: the text after the key
         {" = 7", 7}, {" =", 7}, {" = \"\"", 7}, {" = -5", -5}, {" = abc", -5}, {" =  12x", 12},
     };
     for (const char *key : {"CFG_INTERVAL", "FW_INTERVAL"}) {

@@ -37,10 +37,7 @@ TEST(PortSettings, DialingDefaultsToTone)
 
 TEST(PortSettings, PickupGroupLists)
 {
-    const struct {
-        std::string value;
-        uint32_t groups;
-    } rows[] = {
+    const struct { std::string value; uint32_t groups; } rows[] = {
         {"1,5;31,40,-2", (1u << 1) | (1u << 5) | (1u << 31)}, {"0,3;;17", (1u << 0) | (1u << 3) | (1u << 17)},
         {"x,4", (1u << 0) | (1u << 4)}, // a piece without a number reads as 0
         {"2 ,  9", (1u << 2) | (1u << 9)}, {"32,100", 0}, {",;", 0}, {"", 0},
@@ -73,10 +70,7 @@ TEST(PortSettings, PortDefaultNodes)
 // reported and skipped, and the message goes on.
 TEST(PortSettings, UnusablePathNumbers)
 {
-    struct row {
-        std::string tail, report; // report: a piece of the level-1 line
-        bool message_goes_on;
-    };
+    struct row { std::string tail, report; bool message_goes_on; }; // report: a piece of the level-1 line
     std::vector<row> rows;
     for (const char *n : {"8", "-1", "100"})
         rows.push_back({std::string("def_") + n, std::string("Incorrect number of port's profile [") + n + "]", false});

@@ -31,11 +31,7 @@ std::string text(const route_t &r)
 
 TEST(Routes, ValueAndIndexRules)
 {
-    struct row {
-        const char *param;
-        int entry;                  // route that changes, -1: none
-        route_t expected;
-    } rows[] = {
+    struct row { const char *param; int entry; route_t expected; } rows[] = { // entry: the route that changes, -1: none
         {"route_0 = 10.0.0.0 255.0.0.0 192.168.1.1 .eth1", 0, {"10.0.0.0", "255.0.0.0", "192.168.1.1", "eth1"}},
         {"route_0 = 10.0.0.0 255.0.0.0 192.168.1.1 eth1", 0, {"10.0.0.0", "255.0.0.0", "192.168.1.1", "old"}},
         {"route_0 = 10.0.0.0\\t255.0.0.0  192.168.1.1 . eth2", 0, {"10.0.0.0", "255.0.0.0", "192.168.1.1", "eth2"}},

@@ -30,11 +30,7 @@ void prefill(switch_cfg_t &sw)
 
 TEST(SwitchQos, HandlerScansAndEmptyValues)
 {
-    const struct {
-        const char *param;
-        uint32_t *(*field)(switch_cfg_t &);
-        uint32_t expected; // old_value: unchanged
-    } rows[] = {
+    const struct { const char *param; uint32_t *(*field)(switch_cfg_t &); uint32_t expected; } rows[] = { // old_value: unchanged
         {"qos_modeX = 1", PORT(0, qos_mode), 1}, // no number: port 0
         {"tag_remap_mask1 = 0X1f", PORT(1, tag_remap_mask), old_value},
         {"priority = 1x", PORT(0, prio), 1}, // key "prio", no number: port 0
