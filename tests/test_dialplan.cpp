@@ -108,7 +108,7 @@ TEST(DialPlan, BadProfileAbandonsTheMessage)
 }
 
 // A node without params only stamps the profile; the marker and the recount
-// are Waits.ReleasedByAnyNormalParse and Recount.
+// are Waits.SettledMarkerReturnsAtOnceAndAnyNormalParseReleases and Recount.
 TEST(DialPlan, NodeWithoutParamsStampsTheProfile)
 {
     auto image = fresh_image();

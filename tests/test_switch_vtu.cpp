@@ -23,15 +23,21 @@ void prefill(switch_cfg_t &sw)
 
 #define CHANGE(body) [](vtu_rule_t &r) { body; }
 
-TEST(SwitchVtu, HandlerStoresByRuleAndFieldWord)
+// Malformed names are dropped: nothing changes, the node is still stamped.
+TEST(SwitchVtu, HandlerStoresByRuleAndFieldWordAndDropsMalformedNames)
 {
     // Every other field of every rule keeps 7 (valid 1). Plain stores of each
     // field word are covered by the insert round trip below.
+    const auto keep = CHANGE((void)r);
     const struct { const char *param; int rule; void (*change)(vtu_rule_t &); } rows[] = {
         {"vtu2.vid =", 2, CHANGE(r.vid = 0; r.valid = 0)},
         {"vtu2.vid = abc", 2, CHANGE((void)r)}, // vid kept, rule stays valid
         {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)}, {"vtu1.override = 12abc", 1, CHANGE(r.override = 12)},
         {"vtu9.vidAAAAAAAAAAAA = 8", 9, CHANGE(r.vid = 8)}, // field word of 15 characters
+        {"vtu16.vid = 1", 0, keep}, {"vtu-1.vid = 1", 0, keep}, {"vtu4294967296.vid = 1", 0, keep}, {"vtu2.lan = 1", 0, keep},
+        {"vtu2 = 1", 0, keep}, {"vtu2vid = 1", 0, keep}, {"vtu.vid = 1", 0, keep}, {"vtux.vid = 1", 0, keep},
+        {"vtu2. = 1", 0, keep}, {"tvu2.vid = 1", 0, keep}, {"vtu2.VID = 1", 0, keep},
+        {"vtu9.vidAAAAAAAAAAAAA = 1", 0, keep}, // field word of 16 characters
     };
     for (const auto &r : rows) {
         auto image = fresh_image();
@@ -40,24 +46,7 @@ TEST(SwitchVtu, HandlerStoresByRuleAndFieldWord)
         r.change(expected.vtu[r.rule]);
         support::parse(*image, std::string("[config.Switch.vtu]\n") + r.param);
         EXPECT_EQ(std::memcmp(&expected, &image->switch_cfg, sizeof expected), 0) << r.param;
-    }
-}
-
-TEST(SwitchVtu, HandlerDropsMalformedNames)
-{
-    const char *const dropped[] = {
-        "vtu16.vid = 1", "vtu-1.vid = 1", "vtu4294967296.vid = 1", "vtu2.lan = 1", "vtu2 = 1",
-        "vtu2vid = 1", "vtu.vid = 1", "vtux.vid = 1", "vtu2. = 1", "tvu2.vid = 1",
-        "vtu9.vidAAAAAAAAAAAAA = 1", // field word of 16 characters
-        "vtu2.VID = 1",
-    };
-    for (const char *param : dropped) {
-        auto image = fresh_image();
-        prefill(image->switch_cfg);
-        const switch_cfg_t before = image->switch_cfg;
-        support::parse(*image, std::string("[config.Switch.vtu]\n") + param);
-        EXPECT_EQ(std::memcmp(&before, &image->switch_cfg, sizeof before), 0) << param;
-        EXPECT_NE(image->vtu_updated, 0u) << param;
+        EXPECT_NE(image->vtu_updated, 0u) << r.param;
     }
     EXPECT_TRUE(support::lock_is_free());
 }
