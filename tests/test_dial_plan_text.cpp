@@ -7,6 +7,7 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -23,14 +24,8 @@ dial_plan_t sentinel_entry()
     std::strcpy(e.destination, "olddest");
     std::strcpy(e.protocol, "sip");
     std::strcpy(e.field6, "oldf6");
-    e.field2 = 11;
-    e.field3 = 12;
-    e.type = 4;
-    e.port_mask[0] = 0x5;
-    e.field7 = 17;
-    e.field8 = 18;
-    e.field9 = 19;
-    e.field11 = 111;
+    std::tie(e.field2, e.field3, e.type, e.port_mask[0], e.field7, e.field8, e.field9, e.field11) =
+        std::make_tuple(11, 12, 4u, 0x5u, 17, uint8_t{18}, 19, 111);
     return e;
 }
 
