@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -62,31 +63,28 @@ protected:
     // Runs cfgmsg with `args`; standard output and error go to files.
     result run(const std::vector<std::string> &args) const {
         const fs::path out = dir_ / "stdout", err = dir_ / "stderr";
-        const pid_t pid = fork();
-        if (pid == 0) {
-            const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-            const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-            const int in = open("/dev/null", O_RDONLY);
-            if (o < 0 || e < 0 || in < 0) _exit(127);
-            dup2(in, STDIN_FILENO);
-            dup2(o, STDOUT_FILENO);
-            dup2(e, STDERR_FILENO);
-            const std::string path = tool().string();
-            std::vector<char *> argv;
+        std::vector<std::string> words;
 #ifdef CFGMSG_RUNNER
-            // Cross-built: the tool runs under the emulator that runs these tests.
-            static const char *const runner[] = {CFGMSG_RUNNER};
-            for (const char *word : runner) argv.push_back(const_cast<char *>(word));
+        // Cross-built: the tool runs under the emulator that runs these tests.
+        for (const char *word : {CFGMSG_RUNNER}) words.emplace_back(word);
 #endif
-            argv.push_back(const_cast<char *>(path.c_str()));
-            for (const std::string &a : args) argv.push_back(const_cast<char *>(a.c_str()));
-            argv.push_back(nullptr);
-            execv(argv[0], argv.data());
-            _exit(127);
-        }
+        words.push_back(tool().string());
+        words.insert(words.end(), args.begin(), args.end());
+        std::vector<char *> argv;
+        for (std::string &w : words) argv.push_back(w.data());
+        argv.push_back(nullptr);
+        posix_spawn_file_actions_t io;
+        posix_spawn_file_actions_init(&io);
+        posix_spawn_file_actions_addopen(&io, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_addopen(&io, STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        posix_spawn_file_actions_addopen(&io, STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         result r;
+        pid_t pid = -1;
         int status = 0;
-        if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status)) r.status = WEXITSTATUS(status);
+        if (posix_spawn(&pid, argv[0], &io, nullptr, argv.data(), environ) == 0 && waitpid(pid, &status, 0) == pid &&
+            WIFEXITED(status))
+            r.status = WEXITSTATUS(status);
+        posix_spawn_file_actions_destroy(&io);
         r.out = slurp(out);
         r.err = slurp(err);
         return r;

@@ -55,8 +55,7 @@ TEST(Builders, WriteExactBytesAndCounts)
         {"empty string is two quotes", BUILD(setStringValueInMsg(c, "s", "", r)),
          with_text({0x01, 0x00, 's', 0x02, 0x00}, "\"\"")},
         {"string", BUILD(setStringValueInMsg(c, "s", "abc", r)), with_text({0x01, 0x00, 's', 0x03, 0x00}, "abc")},
-        {"empty builder writes length 0", BUILD(setEmptyStringValueInMsg(c, "s", r)),
-         bytes{0x01, 0x00, 's', 0x00, 0x00}},
+        {"empty builder writes length 0", BUILD(setEmptyStringValueInMsg(c, "s", r)), bytes{0x01, 0x00, 's', 0x00, 0x00}},
     };
     for (const row &r : rows) {
         EXPECT_EQ(r.got.data, r.expected) << r.what;

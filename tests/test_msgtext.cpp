@@ -40,8 +40,7 @@ TEST(MsgText, EncodesExactBytes) {
         {"no value is length 0, \"\" is two quote bytes",
          "[p]\na =\nb = \"\"\n",
          framed(wire{}.u8(2).field("p").u16(2).field("a").u16(0).field("b").field("\"\"").u8(0))},
-        {"operation byte, no nodes, no closing byte",
-         "operation = 7\nterminator = none\n", framed(wire{}.u8(7))},
+        {"operation byte, no nodes, no closing byte", "operation = 7\nterminator = none\n", framed(wire{}.u8(7))},
         {"node without params, closing byte 0xee",
          "terminator = 0xee\n[config.VOIP.h323]\n", framed(wire{}.u8(2).field("config.VOIP.h323").u16(0).u8(0xEE))},
     };
@@ -167,8 +166,7 @@ TEST(MsgText, KeepsUnusualEnds) {
         {"operation byte only", framed(wire{}.u8(2)), std::nullopt, 0},
         {"closing byte not 0", framed(wire{}.u8(2).u8(0x7F)), 0x7F, 0},
         {"last node ends the body", framed(wire(node_a).u16(0)), std::nullopt, 1},
-        {"value fills the body exactly",
-         framed(wire(node_a).u16(1).field("n").u16(3).str("xy").u8(0)), std::nullopt, 1},
+        {"value fills the body exactly", framed(wire(node_a).u16(1).field("n").u16(3).str("xy").u8(0)), std::nullopt, 1},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.label);
