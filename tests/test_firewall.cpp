@@ -5,6 +5,7 @@
 #include <cfgparser.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -22,16 +23,11 @@ std::vector<std::string> printed_errors(Run &&run)
     const std::string out = support::stdout_of(run);
     std::vector<std::string> messages;
     const std::string tag = "[CFGPARSE-ERR ]  ";
-    std::size_t begin = 0;
-    while (begin < out.size()) {
-        std::size_t end = out.find("\r\n", begin);
-        if (end == std::string::npos)
-            end = out.size();
+    for (std::size_t begin = 0, end = 0; begin < out.size(); begin = end + 2) {
+        end = std::min(out.find("\r\n", begin), out.size());
         const std::string line = out.substr(begin, end - begin);
         const std::size_t at = line.find(tag);
-        messages.push_back(at == std::string::npos ? "not an error line: " + line
-                                                   : line.substr(at + tag.size()));
-        begin = end + 2;
+        messages.push_back(at == std::string::npos ? "not an error line: " + line : line.substr(at + tag.size()));
     }
     return messages;
 }
