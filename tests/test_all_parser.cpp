@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -25,14 +26,10 @@ bool parse_recounts(cfg_image_t &image, const std::vector<uint8_t> &message)
 
 TEST(AllParser, ClassificationByPrefixAndPattern)
 {
-    struct row {
-        const char *path;
-        bool h323_stamped;
-    } rows[] = {
+    struct row { const char *path; bool h323_stamped; } rows[] = {
         {"config.VOIP.h323", true},
         {"config.VOIP.h323.extra", true},   // a path that begins with the prefix
-        {"config.VOIP.h32", false},
-        {"config.voip.h323", false},
+        {"config.VOIP.h32", false}, {"config.voip.h323", false},
     };
     for (const row &r : rows) {
         auto image = fresh_image();
@@ -63,13 +60,7 @@ TEST(AllParser, WaysAParseEnds)
     const std::vector<uint8_t> good = cfgmsg::message_from_text(
         "[config.VOIP.h323]\n timetolive = 1\n[config.VOIP.range]\n sip_dscp = 5\n");
 
-    struct row {
-        const char *what;
-        std::vector<uint8_t> message;
-        bool recounts;
-        int32_t timetolive;
-        int32_t sip_dscp;
-    };
+    struct row { const char *what; std::vector<uint8_t> message; bool recounts; int32_t timetolive; int32_t sip_dscp; };
     std::vector<row> rows;
     rows.push_back({"normal", good, true, 1, 5});
 
@@ -97,14 +88,10 @@ TEST(AllParser, WaysAParseEnds)
     for (const row &r : rows) {
         auto image = fresh_image();
         image->h323.sip_dscp = 0;
-        testing::internal::CaptureStdout();
-        const bool recounted = parse_recounts(*image, r.message);
-        const std::string printed = testing::internal::GetCapturedStdout();
-        EXPECT_EQ(recounted, r.recounts) << r.what;
-        EXPECT_EQ(image->h323.timetolive, r.timetolive) << r.what;
-        EXPECT_EQ(image->h323.sip_dscp, r.sip_dscp) << r.what;
-        EXPECT_EQ(printed.find("Incorrect format of message") != std::string::npos, !r.recounts)
-            << r.what << ": " << printed;
+        bool recounted = false;
+        const std::string printed = support::stdout_of([&] { recounted = parse_recounts(*image, r.message); });
+        EXPECT_EQ(std::tie(recounted, image->h323.timetolive, image->h323.sip_dscp), std::tie(r.recounts, r.timetolive, r.sip_dscp)) << r.what;
+        EXPECT_EQ(printed.find("Incorrect format of message") != std::string::npos, !r.recounts) << r.what << ": " << printed;
     }
 }
 

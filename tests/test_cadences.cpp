@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -32,9 +33,7 @@ TEST(Cadences, RingAndPauseAreClamped)
     };
     for (const auto &r : rows) {
         const cadence_cfg_t c = parse_cadence_5(r.text);
-        EXPECT_EQ(c.ring, r.ring) << r.text;
-        EXPECT_EQ(c.pause, r.pause) << r.text;
-        EXPECT_EQ(c.rule[0], '\0') << r.text;
+        EXPECT_EQ(std::tie(c.ring, c.pause, c.rule[0]), std::make_tuple(r.ring, r.pause, '\0')) << r.text;
     }
 }
 
@@ -54,10 +53,7 @@ TEST(Cadences, MaskList)
 // the message is parsed.
 TEST(Cadences, NumberFromThePath)
 {
-    const struct {
-        const char *tail;
-        int index; // -1: no cadence
-    } rows[] = {
+    const struct { const char *tail; int index; } rows[] = { // index -1: no cadence
         {"cadence_0", 0}, {"cadence_31", 31}, {"cadence_07", 7}, {"cadence_x_9", 9}, {"cadence", -1}, {"cadence_", -1},
         {"cadence_x", -1}, {"cadence_3a", -1}, {"cadence_-1", -1}, {"cadence_32", -1}, {"cadence_99999999999", -1},
         {"cadences", -1},
@@ -105,7 +101,7 @@ TEST(Cadences, WriterWritesAll32AndRoundTrips)
                                        {"rule", "\"\""}, {"ring", "0"}, {"pause", "0"}, {"mask", "\"\""}}));
 
     auto back = fresh_image();
-    all_parser(back.get(), out.as_message().data());
+    support::parse_back(*back, out);
     image->cadences[30].mask = 0x05;
     EXPECT_EQ(std::memcmp(back->cadences, image->cadences, sizeof image->cadences), 0);
 }

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -62,31 +63,28 @@ protected:
     // Runs cfgmsg with `args`; standard output and error go to files.
     result run(const std::vector<std::string> &args) const {
         const fs::path out = dir_ / "stdout", err = dir_ / "stderr";
-        const pid_t pid = fork();
-        if (pid == 0) {
-            const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-            const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-            const int in = open("/dev/null", O_RDONLY);
-            if (o < 0 || e < 0 || in < 0) _exit(127);
-            dup2(in, STDIN_FILENO);
-            dup2(o, STDOUT_FILENO);
-            dup2(e, STDERR_FILENO);
-            const std::string path = tool().string();
-            std::vector<char *> argv;
+        std::vector<std::string> words;
 #ifdef CFGMSG_RUNNER
-            // Cross-built: the tool runs under the emulator that runs these tests.
-            static const char *const runner[] = {CFGMSG_RUNNER};
-            for (const char *word : runner) argv.push_back(const_cast<char *>(word));
+        // Cross-built: the tool runs under the emulator that runs these tests.
+        for (const char *word : {CFGMSG_RUNNER}) words.emplace_back(word);
 #endif
-            argv.push_back(const_cast<char *>(path.c_str()));
-            for (const std::string &a : args) argv.push_back(const_cast<char *>(a.c_str()));
-            argv.push_back(nullptr);
-            execv(argv[0], argv.data());
-            _exit(127);
-        }
+        words.push_back(tool().string());
+        words.insert(words.end(), args.begin(), args.end());
+        std::vector<char *> argv;
+        for (std::string &w : words) argv.push_back(w.data());
+        argv.push_back(nullptr);
+        posix_spawn_file_actions_t io;
+        posix_spawn_file_actions_init(&io);
+        posix_spawn_file_actions_addopen(&io, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_addopen(&io, STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        posix_spawn_file_actions_addopen(&io, STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         result r;
+        pid_t pid = -1;
         int status = 0;
-        if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status)) r.status = WEXITSTATUS(status);
+        if (posix_spawn(&pid, argv[0], &io, nullptr, argv.data(), environ) == 0 && waitpid(pid, &status, 0) == pid &&
+            WIFEXITED(status))
+            r.status = WEXITSTATUS(status);
+        posix_spawn_file_actions_destroy(&io);
         r.out = slurp(out);
         r.err = slurp(err);
         return r;
@@ -110,12 +108,7 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
     // Body length 5: operation byte, then a path length of 16 with 2 bytes left.
     const std::string bad_node = file("bad-node.msg", framed(5, std::string("\x02\x10\x00" "a\x00", 5))).string();
     const std::string trailing = file("trailing.msg", framed(1, "\x02xyz")).string();
-    struct row {
-        std::vector<std::string> args;
-        int status;
-        std::string out;  // part of standard output
-        std::string err;  // part of standard error
-    };
+    struct row { std::vector<std::string> args; int status; std::string out, err; }; // out, err: parts of standard output, error
     const std::vector<row> rows = {
         {{}, 2, "", "missing command"}, {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
         {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""}, {{"--version"}, 0, "cfgmsg 0.", ""},
@@ -174,8 +167,7 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
 TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
     struct kind { std::string name, bytes, place; };
     const std::vector<kind> kinds = {
-        {"missing", "", ": cannot open: No such file"},
-        {"empty", "", ": empty file"},
+        {"missing", "", ": cannot open: No such file"}, {"empty", "", ": empty file"},
         {"truncated", framed(9, std::string("\x02\x03\x00" "abc\x00\x00", 8)), ": malformed message at byte offset"},
         {"bad-text", "[a]\nx = 1\nnot a param\n", ":3: expected '[path]'"},
         {"bad-json", "{\"nodes\": [\n  {\"path\": 1}]}", ": bad JSON at /nodes/0/path: expected a string"},
@@ -297,8 +289,7 @@ TEST_F(CfgmsgCli, FullSampleIsAFixedPoint) {
     const cfgmsg::message msg = parsed(first.out);
 
     // apply -> encode -> apply gives the same text, and diff finds nothing.
-    const fs::path text = file("applied.txt", first.out);
-    const result encoded = run({"encode", text.string()});
+    const result encoded = run({"encode", file("applied.txt", first.out).string()});
     ASSERT_EQ(encoded.status, 0) << encoded.err;
     const fs::path again = file("applied.msg", encoded.out);
     const result second = run({"apply", again.string()});
@@ -328,15 +319,9 @@ TEST_F(CfgmsgCli, FullSampleIsAFixedPoint) {
 TEST_F(CfgmsgCli, ApplyTakesMessagesInOrderAndHonoursPorts) {
     const fs::path a = message("a.msg", "[config.VOIP.h323]\npassword = first\n[config.VOIP.ports.port_3]\nphone = 103\n");
     const fs::path b = message("b.msg", "[config.VOIP.h323]\npassword = second\n");
-    struct row {
-        std::vector<std::string> args;
-        const char *password;
-        int ports;
-        bool port3;  // port_3 phone 103 shown
-    };
+    struct row { std::vector<std::string> args; const char *password; int ports; bool port3; }; // port3: port_3 phone 103 shown
     const std::vector<row> rows = {
-        {{a.string(), b.string()}, "second", 72, true},
-        {{"--ports", "3", a.string()}, "first", 3, false},
+        {{a.string(), b.string()}, "second", 72, true}, {{"--ports", "3", a.string()}, "first", 3, false},
         {{"--ports=8", b.string(), a.string()}, "first", 8, true},
     };
     for (const row &r : rows) {

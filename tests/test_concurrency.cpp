@@ -78,10 +78,7 @@ TEST(Concurrency, EveryWaiterReleasedByTheParser)
     const std::vector<uint8_t> message = cfgmsg::message_from_text("[config.VOIP.h323]\n timetolive = 7\n");
     auto image = support::fresh_image();
     cfg_image_t *im = image.get();
-    struct list {
-        uint32_t *start;
-        int32_t (*wait)(cfg_image_t *);
-    };
+    struct list { uint32_t *start; int32_t (*wait)(cfg_image_t *); };
     const list lists[] = {{&im->hosts.start, update_host_conf}, {&im->routes.start, update_route_conf},
                           {&im->limits.start, update_limits_conf}, {&im->firewall.start, update_firewall_conf}};
     std::atomic<int> waiting{static_cast<int>(std::size(lists))};

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -23,14 +24,8 @@ dial_plan_t sentinel_entry()
     std::strcpy(e.destination, "olddest");
     std::strcpy(e.protocol, "sip");
     std::strcpy(e.field6, "oldf6");
-    e.field2 = 11;
-    e.field3 = 12;
-    e.type = 4;
-    e.port_mask[0] = 0x5;
-    e.field7 = 17;
-    e.field8 = 18;
-    e.field9 = 19;
-    e.field11 = 111;
+    std::tie(e.field2, e.field3, e.type, e.port_mask[0], e.field7, e.field8, e.field9, e.field11) =
+        std::make_tuple(11, 12, 4u, 0x5u, 17, uint8_t{18}, 19, 111);
     return e;
 }
 
@@ -71,8 +66,7 @@ TEST(DialPlanText, RuleTextsTakenAndRefused)
         // field 6 without quotes is kept whole
         {R"(1 1 1 sip d abc 0 0 0 + 0)", 8, "4|1|1|1|sip|d|abc|0|0|0|0,0,0|0"},
         // fields missing at the end: 0 and empty; an empty mask text clears the mask
-        {"7 1 2 sip dest", 8, "4|7|1|2|sip|dest||0|0|0|0,0,0|0"},
-        {"7 1 2 sip", 8, "4|7|1|2|sip|||0|0|0|0,0,0|0"},
+        {"7 1 2 sip dest", 8, "4|7|1|2|sip|dest||0|0|0|0,0,0|0"}, {"7 1 2 sip", 8, "4|7|1|2|sip|||0|0|0|0,0,0|0"},
         // texts cut to their members
         {"  " + std::string(64, 'a') + " 1 2 sip " + std::string(64, 'd') + " \"\" 0 0 0 + 0", 8,
          "4|" + std::string(20, 'a') + "|1|2|sip|" + std::string(40, 'd') + "||0|0|0|0,0,0|0"},
@@ -122,12 +116,7 @@ TEST(DialPlanText, RuleTextsRefused)
 TEST(DialPlanText, MaskTexts)
 {
     const mask3 untouched{{0x12345678, 0x9abcdef0, 0x0f0f0f0f}};
-    struct row {
-        const char *text;
-        uint32_t max_ports;
-        int result;
-        mask3 mask; // expected destination (untouched when refused)
-    };
+    struct row { const char *text; uint32_t max_ports; int result; mask3 mask; }; // mask: expected (untouched when refused)
     const std::vector<row> rows = {
         {"+", 8, 0, {{0, 0, 0}}}, {"-", 8, 0, {{all, all, all}}}, {"+1,3,", 8, 0, {{0xA, 0, 0}}},
         {"+0-3,7", 8, 0, {{0x8F, 0, 0}}}, {"-2", 8, 0, {{~4u, all, all}}},

@@ -16,6 +16,7 @@ using support::fresh_image;
 using support::parse;
 
 constexpr const char *rule_55 = R"(55 4 0 sip "proxy" "" 0 0 0 +0-3 0)";
+const std::string written_55 = R"(55 4 0 sip "proxy" "" 0 0 0 +0,1,2,3 0)"; // as the writer sends it with 16 ports
 
 dial_plan_t rule(const char *text, uint32_t max_ports = 16)
 {
@@ -107,7 +108,7 @@ TEST(DialPlan, BadProfileAbandonsTheMessage)
 }
 
 // A node without params only stamps the profile; the marker and the recount
-// are Waits.ReleasedByAnyNormalParse and Recount.
+// are Waits.SettledMarkerReturnsAtOnceAndAnyNormalParseReleases and Recount.
 TEST(DialPlan, NodeWithoutParamsStampsTheProfile)
 {
     auto image = fresh_image();
@@ -130,16 +131,10 @@ TEST(DialPlan, WriterRenumbersAndPads)
 
     const auto out = support::write([&](uint8_t **c) { return profile_dialplan_to_file(c, 2, &plan, 16); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
-    const auto &node = out.node();
-    EXPECT_EQ(node.path, "config.VOIP.profile.profile_2.dialplan");
-    EXPECT_EQ(support::names(node),
-              (std::vector<std::string>{"dialplan_0", "dialplan_1", "dialplan_2", "dialplan_3", "dialplan_4"}));
-    EXPECT_EQ(support::value(node, "dialplan_0"), R"(55 4 0 sip "proxy" "" 0 0 0 +0,1,2,3 0)");
-    // pickup: 32 positions whatever the port count
-    EXPECT_EQ(support::value(node, "dialplan_1"), R"(7 1 2 pickup any "pk" 3 44 5 -1 6)");
-    EXPECT_EQ(support::value(node, "dialplan_2"), R"(200 -1 -2 h323 "gatekeeper" "abcdefgh" -3 255 -5 +0,15 -6)");
-    EXPECT_EQ(support::value(node, "dialplan_3"), std::nullopt); // value length 0
-    EXPECT_EQ(support::value(node, "dialplan_4"), std::nullopt);
+    // pickup (dialplan_1): 32 positions whatever the port count; the padding has value length 0.
+    support::expect_numbered(out.node(), "config.VOIP.profile.profile_2.dialplan", "dialplan_",
+                             support::padded({written_55, R"(7 1 2 pickup any "pk" 3 44 5 -1 6)",
+                                              R"(200 -1 -2 h323 "gatekeeper" "abcdefgh" -3 255 -5 +0,15 -6)"}, 5));
 
     // With 8 ports the first rule's four set positions are written as the clear ones.
     const auto eight = support::write([&](uint8_t **c) { return profile_dialplan_to_file(c, 2, &plan, 8); });
@@ -148,7 +143,7 @@ TEST(DialPlan, WriterRenumbersAndPads)
     // Parsed back into a fresh image the rules come back renumbered, and the
     // empty params leave entries 3 and 4 empty.
     auto back = fresh_image(16);
-    all_parser(back.get(), out.as_message().data());
+    support::parse_back(*back, out);
     EXPECT_TRUE(same(back->dialplans[2].entries[0], plan.entries[0]));
     EXPECT_TRUE(same(back->dialplans[2].entries[1], plan.entries[7]));
     EXPECT_TRUE(same(back->dialplans[2].entries[2], plan.entries[200]));
@@ -157,13 +152,10 @@ TEST(DialPlan, WriterRenumbersAndPads)
 
 TEST(DialPlan, WriterCounts)
 {
-    // Three rules are filled (entries 1, 2 and 3). params: what the node
-    // announces and holds; last_name: the name of its last param.
-    const struct { uint32_t start, current; std::size_t params; const char *last_name; } rows[] = {
-        {3, 3, 3, "dialplan_2"}, {2, 3, 3, "dialplan_2"}, // start below current: no padding
-        {0, 0, 0, nullptr}, {10, 3, 10, "dialplan_9"},
-        {CFG_LIST_UPDATING, 3, 300, "dialplan_299"}, // padding never past rule 299
-        {3, 5, 3, "dialplan_2"},                     // fewer rules filled than counted
+    // Three rules are filled (entries 1, 2 and 3). params: what the node announces and holds.
+    // start below current: no padding; padding never past rule 299; the last row has fewer rules filled than counted.
+    const struct { uint32_t start, current; std::size_t params; } rows[] = {
+        {3, 3, 3}, {2, 3, 3}, {0, 0, 0}, {10, 3, 10}, {CFG_LIST_UPDATING, 3, 300}, {3, 5, 3},
     };
     for (const auto &r : rows) {
         SCOPED_TRACE(::testing::Message() << "start " << r.start << " current " << r.current);
@@ -174,15 +166,9 @@ TEST(DialPlan, WriterCounts)
         plan.start = r.start;
         plan.current = r.current;
         const auto out = support::write([&](uint8_t **c) { return profile_dialplan_to_file(c, 0, &plan, 16); });
-        const auto &node = out.node();
-        ASSERT_EQ(node.params.size(), r.params);
-        if (r.last_name != nullptr) {
-            EXPECT_EQ(node.params.back().name, r.last_name);
-        }
         // Rules first, with a value; then the empty params.
-        const std::size_t rules = std::min<std::size_t>(3, r.current);
-        for (std::size_t i = 0; i < node.params.size(); ++i)
-            EXPECT_EQ(node.params[i].value.has_value(), i < rules) << node.params[i].name;
+        const support::values_t rules(std::min<std::size_t>(3, r.current), written_55);
+        support::expect_numbered(out.node(), "config.VOIP.profile.profile_0.dialplan", "dialplan_", support::padded(rules, r.params));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -28,45 +29,31 @@ std::string numbers_text(int count, int port)
 
 TEST(GroupPortsText, AcceptedAndRefusedTexts)
 {
-    struct row {
-        std::string text;
-        uint32_t max_ports;
-        int result;
-        std::vector<uint32_t> ports; // for a refusal: the untouched 5,6
-        const char *report;          // level-1 report, "" for none
-    };
+    // ports for a refusal: the untouched 5,6; report: level-1 report, "" for none.
+    struct row { std::string text; uint32_t max_ports; int result; std::vector<uint32_t> ports; const char *report; };
     const std::vector<row> rows = {
-        {"0,3,7", 8, 0, {0, 3, 7}, ""},
-        {"", 8, 0, {}, ""},
-        {" 1,+2", 8, 0, {1, 2}, ""},
-        {"0,8", 8, -1, {5, 6}, "ARG error!!! s = 8  max_ports = 8"},
-        {"-1", 8, -1, {5, 6}, "ARG error!!! s = -1  max_ports = 8"},
+        {"0,3,7", 8, 0, {0, 3, 7}, ""}, {"", 8, 0, {}, ""}, {" 1,+2", 8, 0, {1, 2}, ""},
+        {"0,8", 8, -1, {5, 6}, "ARG error!!! s = 8  max_ports = 8"}, {"-1", 8, -1, {5, 6}, "ARG error!!! s = -1  max_ports = 8"},
         // Out-of-range numbers are reported held at the int limits, whatever
         // the width of long.
         {"4294967297", 8, -1, {5, 6}, "ARG error!!! s = 2147483647  max_ports = 8"},
         {"1,-4294967297", 8, -1, {5, 6}, "ARG error!!! s = -2147483648  max_ports = 8"},
         {"99999999999999999999", 8, -1, {5, 6}, "ARG error!!! s = 2147483647  max_ports = 8"},
         {"0;3", 8, -1, {5, 6}, "cfgpars_group_ports_string_to_t: Syntax error"},
-        {"0 ,3", 8, -1, {5, 6}, "Syntax error"},
-        {"1,,2", 8, -1, {5, 6}, ""},
-        {numbers_text(72, 71), 72, 0, std::vector<uint32_t>(72, 71), ""},
-        {numbers_text(73, 1), 72, -1, {5, 6}, ""},
+        {"0 ,3", 8, -1, {5, 6}, "Syntax error"}, {"1,,2", 8, -1, {5, 6}, ""},
+        {numbers_text(72, 71), 72, 0, std::vector<uint32_t>(72, 71), ""}, {numbers_text(73, 1), 72, -1, {5, 6}, ""},
         // An application announcing more ports than the 72 records: the
         // bound stays at 72.
-        {"0,71", 200, 0, {0, 71}, ""},
-        {"72", 73, -1, {5, 6}, "ARG error!!! s = 72  max_ports = 73"},
+        {"0,71", 200, 0, {0, 71}, ""}, {"72", 73, -1, {5, 6}, "ARG error!!! s = 72  max_ports = 73"},
         {"0,150", 200, -1, {5, 6}, "ARG error!!! s = 150  max_ports = 200"},
         {"199", 200, -1, {5, 6}, "ARG error!!! s = 199  max_ports = 200"},
     };
     for (const row &r : rows) {
         auto image = fresh_image(r.max_ports);
         group_cfg_t g{};
-        g.port_list[0] = 5;
-        g.port_list[1] = 6;
-        g.port_count = 2;
-        testing::internal::CaptureStdout();
-        EXPECT_EQ(cfgpars_group_ports_string_to_t(&g, r.text.c_str(), image.get()), r.result) << r.text;
-        const std::string out = testing::internal::GetCapturedStdout();
+        std::tie(g.port_list[0], g.port_list[1], g.port_count) = std::tuple(5u, 6u, 2u);
+        const std::string out = support::stdout_of(
+            [&] { EXPECT_EQ(cfgpars_group_ports_string_to_t(&g, r.text.c_str(), image.get()), r.result) << r.text; });
         EXPECT_EQ(ports_of(g), r.ports) << r.text;
         if (*r.report == '\0')
             EXPECT_EQ(out, "") << r.text;
@@ -77,15 +64,9 @@ TEST(GroupPortsText, AcceptedAndRefusedTexts)
 
 TEST(GroupPortsText, ToText)
 {
-    struct row {
-        std::vector<uint32_t> ports;
-        uint32_t count;
-        std::string text;
-    };
+    struct row { std::vector<uint32_t> ports; uint32_t count; std::string text; };
     const std::vector<row> rows = {
-        {{1, 2, 10}, 3, "1,2,10"},
-        {{}, 0, ""},
-        {{1, 2, 10}, 2, "1,2"},
+        {{1, 2, 10}, 3, "1,2,10"}, {{}, 0, ""}, {{1, 2, 10}, 2, "1,2"},
         // A damaged record: 72 ten-digit numbers and a count past the list
         // end give a text cut after the last whole number that fits.
         {std::vector<uint32_t>(72, 4000000000u), 500, "-294967296"},
@@ -108,40 +89,24 @@ TEST(GroupPortsText, ToText)
 
 TEST(GroupsHandler, StoresAndEmptyValueRules)
 {
-    struct row {
-        const char *params;
-        uint32_t valid;
-        const char *phone;
-        uint32_t timeout, profile_id, sip_port, enabled, type;
-        std::vector<uint32_t> ports;
-    };
+    struct row { const char *params; uint32_t valid; const char *phone; uint32_t timeout, profile_id, sip_port, enabled, type; std::vector<uint32_t> ports; };
     // Group 4 starts filled: valid, phone "old", timeout 30, ports 1,2.
     const std::vector<row> rows = {
-        {" enabled =\n", 0, "old", 30, 0, 0, 0, 0, {1, 2}},
-        {" phone = \"\"\n", 1, "", 30, 0, 0, 0, 0, {1, 2}},
+        {" enabled =\n", 0, "old", 30, 0, 0, 0, 0, {1, 2}}, {" phone = \"\"\n", 1, "", 30, 0, 0, 0, 0, {1, 2}},
         {" phone = 555\n timeout = 3\n profile_id = 9\n sip_port = 70000\n", 1, "555", 0, 0, 0, 0, 0, {1, 2}},
         {" enabled_x = y\n typed = 4\n", 1, "old", 30, 0, 0, 1, 4, {1, 2}},
-        {" ports = 0,8\n phone = 1\n", 1, "1", 30, 0, 0, 0, 0, {}},
-        {" ports = \"\"\n", 1, "old", 30, 0, 0, 0, 0, {}},
+        {" ports = 0,8\n phone = 1\n", 1, "1", 30, 0, 0, 0, 0, {}}, {" ports = \"\"\n", 1, "old", 30, 0, 0, 0, 0, {}},
         {"", 0, "", 0, 0, 0, 0, 0, {}}, // no params: the group is cleared
     };
     for (const row &r : rows) {
         auto image = fresh_image(8);
         group_cfg_t &g = image->groups.entries[4];
-        g.valid = 1;
-        g.timeout = 30;
+        std::tie(g.valid, g.timeout, g.port_list[0], g.port_list[1], g.port_count) = std::tuple(1u, 30u, 1u, 2u, 2u);
         std::strcpy(g.phone, "old");
-        g.port_list[0] = 1;
-        g.port_list[1] = 2;
-        g.port_count = 2;
         parse(*image, std::string("[config.VOIP.groups.group_4]\n") + r.params);
-        EXPECT_EQ(g.valid, r.valid) << r.params;
+        EXPECT_EQ(std::tie(g.valid, g.timeout, g.profile_id, g.sip_port, g.enabled, g.type),
+                  std::tie(r.valid, r.timeout, r.profile_id, r.sip_port, r.enabled, r.type)) << r.params;
         EXPECT_STREQ(g.phone, r.phone) << r.params;
-        EXPECT_EQ(g.timeout, r.timeout) << r.params;
-        EXPECT_EQ(g.profile_id, r.profile_id) << r.params;
-        EXPECT_EQ(g.sip_port, r.sip_port) << r.params;
-        EXPECT_EQ(g.enabled, r.enabled) << r.params;
-        EXPECT_EQ(g.type, r.type) << r.params;
         EXPECT_EQ(ports_of(g), r.ports) << r.params;
         EXPECT_NE(image->groups.updated, 0u);
         EXPECT_TRUE(support::lock_is_free());
@@ -159,10 +124,9 @@ TEST(GroupsHandler, PathWithoutValidNumber)
                              "group_4294967300"}) {
         auto image = fresh_image();
         auto before = fresh_image();
-        testing::internal::CaptureStdout();
-        parse(*image, std::string("[config.VOIP.groups.") + path + "]\n name = a\n enabled = 1\n"
-                      "[config.VOIP.h323]\n timetolive = 7\n");
-        const std::string out = testing::internal::GetCapturedStdout();
+        const std::string out = support::stdout_of([&] {
+            parse(*image, std::string("[config.VOIP.groups.") + path + "]\n name = a\n enabled = 1\n[config.VOIP.h323]\n timetolive = 7\n");
+        });
         EXPECT_NE(out.find("invalid group entry number"), std::string::npos) << path;
         EXPECT_EQ(image->h323.timetolive, 7) << path;
         EXPECT_EQ(std::memcmp(&image->groups, &before->groups, sizeof image->groups), 0) << path;
@@ -172,29 +136,23 @@ TEST(GroupsHandler, PathWithoutValidNumber)
 
 group_cfg_t sample_group(const char *name, std::vector<uint32_t> ports, bool fxo)
 {
-    group_cfg_t g{};
+    group_cfg_t g{}; // zero-filled, padding included: the round trip compares whole records
     std::strcpy(g.phone, "100");
     std::strcpy(g.name, name);
     std::strcpy(g.password, "pw");
     std::copy(ports.begin(), ports.end(), g.port_list);
     g.port_count = static_cast<uint32_t>(ports.size());
     g.valid = g.enabled = g.busy = 1;
-    g.type = 3;
-    g.sip_port = 5070;
-    g.profile_id = 6;
-    g.timeout = fxo ? 0 : 40;
+    std::tie(g.type, g.sip_port, g.profile_id, g.timeout) = std::tuple(3u, 5070u, 6u, fxo ? 0u : 40u);
     g.transmit_number = g.dont_transmit_prefix = g.fxo_call_busy = fxo;
     return g;
 }
 
 TEST(GroupsWriter, RenumbersPadsAndRoundTrips)
 {
-    const std::vector<std::string> subscriber_names = {
-        "phone", "name", "password", "ports", "type", "timeout", "busy", "enabled", "sip_port",
-        "profile_id"};
-    const std::vector<std::string> line_names = {
-        "phone", "name", "password", "ports", "type", "busy", "enabled", "sip_port",
-        "dont_transmit_prefix", "transmit_number", "fxo_call_busy", "profile_id"};
+    const std::vector<std::string> subscriber_names = {"phone", "name", "password", "ports", "type", "timeout", "busy", "enabled", "sip_port", "profile_id"};
+    const std::vector<std::string> line_names = {"phone", "name", "password", "ports", "type", "busy", "enabled", "sip_port",
+                                                 "dont_transmit_prefix", "transmit_number", "fxo_call_busy", "profile_id"};
     for (const bool fxo : {false, true}) {
         const std::string kind = fxo ? "config.VOIP.groups.fxo_group_" : "config.VOIP.groups.group_";
         groups_cfg_t list{};
@@ -212,13 +170,9 @@ TEST(GroupsWriter, RenumbersPadsAndRoundTrips)
         EXPECT_EQ(support::value(out.node(1), "ports"), "\"\"");
 
         auto image = fresh_image(72);
-        if (fxo)
-            image->fxo_groups.entries[20] = sample_group("stale", {4}, fxo);
-        else
-            image->groups.entries[20] = sample_group("stale", {4}, fxo);
-        const std::vector<uint8_t> message = cfgmsg::encode(out.message);
-        all_parser(image.get(), message.data());
-        const groups_cfg_t &back = fxo ? image->fxo_groups : image->groups;
+        groups_cfg_t &back = fxo ? image->fxo_groups : image->groups;
+        back.entries[20] = sample_group("stale", {4}, fxo);
+        support::parse_back(*image, out);
         EXPECT_EQ(std::memcmp(&back.entries[0], &list.entries[2], sizeof(group_cfg_t)), 0);
         EXPECT_EQ(std::memcmp(&back.entries[1], &list.entries[9], sizeof(group_cfg_t)), 0);
         const group_cfg_t cleared{};
@@ -233,8 +187,7 @@ TEST(GroupsList, MarkerClearedByMessageEnd)
         auto image = fresh_image();
         groups_cfg_t &list = fxo ? image->fxo_groups : image->groups;
         list.start = CFG_LIST_UPDATING;
-        parse(*image, fxo ? "[config.VOIP.groups.fxo_group_0]\n phone = 1\n"
-                          : "[config.VOIP.groups.group_0]\n phone = 1\n");
+        parse(*image, fxo ? "[config.VOIP.groups.fxo_group_0]\n phone = 1\n" : "[config.VOIP.groups.group_0]\n phone = 1\n");
         EXPECT_EQ(list.start, 1u);
         EXPECT_EQ(update_groups_config(image.get(), fxo), 0);
     }

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -16,29 +17,20 @@ using support::parse;
 
 TEST(LimitsHandler, Entries)
 {
-    struct row {
-        std::string param;  // one "name = value" line
-        int entry;          // entry expected to change, -1 for none
-        std::string target;
-        int32_t value;
-        int32_t not_proxy;
-    };
+    // param: one "name = value" line; entry: the entry expected to change, -1 for none.
+    struct row { std::string param; int entry; std::string target; int32_t value, not_proxy; };
     const std::string long_word(300, 'w');
     const std::string long_digits(300, '1');
     // Entry 2 starts as "old" 9, not_proxy 1.
     const std::vector<row> rows = {
-        {"limit_2 = gw1 5", 2, "gw1", 5, 1},
-        {"limit_2 = [proxy] 3", 2, "[proxy]", 3, 0},
-        {"limit_2 = gw1\t\t7", 2, "gw1", 7, 1},
+        {"limit_2 = gw1 5", 2, "gw1", 5, 1}, {"limit_2 = [proxy] 3", 2, "[proxy]", 3, 0},
+        {"limit_2 = gw1\t\t7", 2, "gw1", 7, 1}, {"limit_2 = \"\"", 2, "", 0, -1},
         {"limit_2 = gw1", 2, "gw1", 9, 1},            // no number: value kept
-        {"limit_2 = \"\"", 2, "", 0, -1},
         {"limit_2 = \\t", 2, "", 0, -1},              // white space only: cleared
         {"limit_3 = " + long_word + " 4", 3, long_word.substr(0, 255), 4, 1},
         {"limit_3 = " + long_digits, 3, long_digits.substr(0, 255), 0, 1},
         {"limits_3 = a 1", 3, "a", 1, 1},             // name begins with "limit"
-        {"limit_30 = a 1", -1, "", 0, 0},
-        {"limit_2x = a 1", -1, "", 0, 0},
-        {"limit_4294967298 = a 1", -1, "", 0, 0},
+        {"limit_30 = a 1", -1, "", 0, 0}, {"limit_2x = a 1", -1, "", 0, 0}, {"limit_4294967298 = a 1", -1, "", 0, 0},
         {"other_2 = a 1", -1, "", 0, 0},
     };
     for (const row &r : rows) {
@@ -64,8 +56,7 @@ TEST(LimitsHandler, Entries)
 
 struct limit_entry { int index; const char *target; int32_t value; int32_t not_proxy; };
 
-limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, uint32_t current,
-                      uint32_t ceiling)
+limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, uint32_t current, uint32_t ceiling)
 {
     limit_cfg_t l{};
     for (const limit_entry &e : entries) {
@@ -81,13 +72,8 @@ limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, u
 
 TEST(LimitsWriter, CompactionCeilingAndPadding)
 {
-    const std::vector<limit_entry> three = {
-        {1, "gw1", 5, 1}, {4, "[proxy]tail", 3, 0}, {9, "gw9", 7, 1}};
-    struct row {
-        const char *what;
-        limit_cfg_t limits;
-        std::vector<std::optional<std::string>> values; // limit_0, limit_1, ... in order
-    };
+    const std::vector<limit_entry> three = {{1, "gw1", 5, 1}, {4, "[proxy]tail", 3, 0}, {9, "gw9", 7, 1}};
+    struct row { const char *what; limit_cfg_t limits; support::values_t values; }; // values: limit_0, limit_1, ... in order
     const std::vector<row> rows = {
         {"all below ceiling", limits_of(three, 3, 3, 100), {"gw1 5", "[proxy] 3", "gw9 7"}},
         {"ceiling 0 writes no entry", limits_of(three, 3, 3, 0), {std::nullopt, std::nullopt, std::nullopt}},
@@ -115,11 +101,9 @@ TEST(LimitsWriter, RoundTrip)
     support::parse_back(*image, out);
     const limit_cfg_t &l = image->limits;
     const std::vector<limit_entry> expected = {{0, "gw3", 5, 1}, {1, "[proxy]", 2, 0}, {2, "gw29", 1, 1}};
-    for (const limit_entry &e : expected) {
-        EXPECT_STREQ(l.target[e.index], e.target);
-        EXPECT_EQ(l.value[e.index], e.value);
-        EXPECT_EQ(l.not_proxy[e.index], e.not_proxy);
-    }
+    for (const limit_entry &e : expected)
+        EXPECT_EQ(std::make_tuple(std::string(l.target[e.index]), l.value[e.index], l.not_proxy[e.index]),
+                  std::make_tuple(std::string(e.target), e.value, e.not_proxy)) << e.index;
     EXPECT_STREQ(l.target[5], "stale"); // beyond the announced count: not touched
     EXPECT_EQ(l.current, 4u);
 }

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 #include <vector>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -54,8 +55,7 @@ TEST(Builders, WriteExactBytesAndCounts)
         {"empty string is two quotes", BUILD(setStringValueInMsg(c, "s", "", r)),
          with_text({0x01, 0x00, 's', 0x02, 0x00}, "\"\"")},
         {"string", BUILD(setStringValueInMsg(c, "s", "abc", r)), with_text({0x01, 0x00, 's', 0x03, 0x00}, "abc")},
-        {"empty builder writes length 0", BUILD(setEmptyStringValueInMsg(c, "s", r)),
-         bytes{0x01, 0x00, 's', 0x00, 0x00}},
+        {"empty builder writes length 0", BUILD(setEmptyStringValueInMsg(c, "s", r)), bytes{0x01, 0x00, 's', 0x00, 0x00}},
     };
     for (const row &r : rows) {
         EXPECT_EQ(r.got.data, r.expected) << r.what;
@@ -65,14 +65,7 @@ TEST(Builders, WriteExactBytesAndCounts)
     EXPECT_EQ(run([](uint8_t **c, uint32_t r) { return setUIntValueInMsg(c, "v", 7, r); }, 100).returned, 106u);
 }
 
-struct read_result {
-    int result;
-    std::string name;
-    bool has_value;
-    std::string value;
-    uint32_t remaining;
-    std::ptrdiff_t consumed;
-};
+struct read_result { int result; std::string name; bool has_value; std::string value; uint32_t remaining; std::ptrdiff_t consumed; };
 
 read_result read_one(const bytes &data, uint32_t remaining, int quotes_mean_empty)
 {
@@ -97,21 +90,14 @@ TEST(FindParams, ValuesAndQuotes)
     const bytes quotes = with_text({0x01, 0x00, 'a', 0x02, 0x00}, "\"\"");
     const bytes nothing = {0x01, 0x00, 'a', 0x00, 0x00};
     const bytes quoted_letter = with_text({0x01, 0x00, 'a', 0x03, 0x00}, "\"x\"");
-    struct row {
-        const bytes *data;
-        int flag;
-        bool has_value;
-        std::string value;
-    } rows[] = {{&quotes, 1, false, ""}, {&quotes, 0, true, "\"\""}, {&nothing, 1, false, ""}, {&nothing, 0, false, ""},
-                {&quoted_letter, 1, true, "\"x\""}};
+    struct row { const bytes *data; int flag; bool has_value; std::string value; } rows[] = {
+        {&quotes, 1, false, ""}, {&quotes, 0, true, "\"\""}, {&nothing, 1, false, ""}, {&nothing, 0, false, ""},
+        {&quoted_letter, 1, true, "\"x\""}};
     for (const row &r : rows) {
         const read_result got = read_one(*r.data, static_cast<uint32_t>(r.data->size()) + 5, r.flag);
-        EXPECT_EQ(got.result, 0);
-        EXPECT_EQ(got.name, "a");
-        EXPECT_EQ(got.has_value, r.has_value) << r.value;
-        EXPECT_EQ(got.value, r.value);
-        EXPECT_EQ(got.remaining, 5u);
-        EXPECT_EQ(got.consumed, static_cast<std::ptrdiff_t>(r.data->size()));
+        EXPECT_EQ(std::tie(got.result, got.name, got.has_value, got.value, got.remaining, got.consumed),
+                  std::make_tuple(0, std::string("a"), r.has_value, r.value, 5u, static_cast<std::ptrdiff_t>(r.data->size())))
+            << r.value;
     }
 }
 
@@ -119,17 +105,13 @@ TEST(FindParams, LengthsMustFitInWhatRemains)
 {
     const bytes param = with_text({0x02, 0x00, 'n', 'm', 0x03, 0x00}, "val");
     const auto size = static_cast<uint32_t>(param.size());
-    struct row {
-        uint32_t remaining;
-        int result;
     // Exactly to the end: accepted, 0 left; one byte short in the value; the value
-    // length field, the name and the name length do not fit.
-    } rows[] = {{size, 0}, {size - 1, -1}, {5, -1}, {3, -1}, {1, -1}, {0, -1}};
-    for (const row &r : rows) {
+    // length field, the name and the name length do not fit: refused.
+    for (const uint32_t remaining : {size, size - 1, 5u, 3u, 1u, 0u}) {
         read_result got;
-        const std::string printed = support::stdout_of([&] { got = read_one(param, r.remaining, 1); });
-        EXPECT_EQ(got.result, r.result) << "remaining " << r.remaining;
-        if (r.result == 0) {
+        const std::string printed = support::stdout_of([&] { got = read_one(param, remaining, 1); });
+        EXPECT_EQ(got.result, remaining == size ? 0 : -1) << "remaining " << remaining;
+        if (remaining == size) {
             EXPECT_EQ(got.remaining, 0u);
             EXPECT_TRUE(printed.empty());
         } else {

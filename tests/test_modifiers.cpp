@@ -36,25 +36,19 @@ void fill(mod_rule_t &r, const char *w1, const char *w2, const char *w3)
 
 TEST(ModifiersHandler, RuleLines)
 {
-    struct row {
-        std::string param;
-        words rule3;       // rule 3 afterwards (starts as "o1 o2 o3")
-        const char *report; // level-1 report, "" for none
-    };
+    // rule3: rule 3 afterwards (starts as "o1 o2 o3"); report: level-1 report, "" for none.
+    struct row { std::string param; words rule3; const char *report; };
     const std::string w60(60, 'a'), w40(40, 'b');
     // The line is read up to 254 characters: a third word starting at
     // character 254 is lost, one starting at 253 is kept.
     const std::string kept = "a " + std::string(250, 'b') + " c";
     const std::string lost = "a " + std::string(251, 'b') + " c";
     const std::vector<row> rows = {
-        {"mod_rule_3 = x y z", {"x", "y", "z"}, ""},
-        {"mod_rule_3 = x y", {"", "", ""}, ""},
-        {"mod_rule_3 = \"\"", {"", "", ""}, ""},
-        {"mod_rule_3 = x y z extra", {"x", "y", "z"}, ""},
+        {"mod_rule_3 = x y z", {"x", "y", "z"}, ""}, {"mod_rule_3 = x y", {"", "", ""}, ""},
+        {"mod_rule_3 = \"\"", {"", "", ""}, ""}, {"mod_rule_3 = x y z extra", {"x", "y", "z"}, ""},
         {"mod_rule_3 = \\t x \\t y  z ", {"x", "y", "z"}, ""},
         {"mod_rule_3 = " + w60 + " " + w40 + " " + w40, {w60.substr(0, 50), w40.substr(0, 29), w40.substr(0, 30)}, ""},
-        {"mod_rule_3 = " + kept, {"a", std::string(29, 'b'), "c"}, ""},
-        {"mod_rule_3 = " + lost, {"", "", ""}, ""},
+        {"mod_rule_3 = " + kept, {"a", std::string(29, 'b'), "c"}, ""}, {"mod_rule_3 = " + lost, {"", "", ""}, ""},
         {"mod_rule_32 = x y z\n mod_rule_3 = p q r", {"p", "q", "r"},
          "all_parser: invalid modifier rule number 32 (valid 0..31)"},
         {"mod_rule_x = x y z", {"o1", "o2", "o3"}, "invalid modifier rule number -1 (valid 0..31)"},

@@ -40,8 +40,7 @@ TEST(MsgText, EncodesExactBytes) {
         {"no value is length 0, \"\" is two quote bytes",
          "[p]\na =\nb = \"\"\n",
          framed(wire{}.u8(2).field("p").u16(2).field("a").u16(0).field("b").field("\"\"").u8(0))},
-        {"operation byte, no nodes, no closing byte",
-         "operation = 7\nterminator = none\n", framed(wire{}.u8(7))},
+        {"operation byte, no nodes, no closing byte", "operation = 7\nterminator = none\n", framed(wire{}.u8(7))},
         {"node without params, closing byte 0xee",
          "terminator = 0xee\n[config.VOIP.h323]\n", framed(wire{}.u8(2).field("config.VOIP.h323").u16(0).u8(0xEE))},
     };
@@ -110,9 +109,7 @@ TEST(MsgText, EveryByteRoundTrips) {
     for (int b = 0; b < 256; ++b) {
         const std::string c(1, static_cast<char>(b));
         m.nodes.push_back({c + "a" + c, {{c, c},
-                                         {"[" + c + "]", " " + c + " "},
-                                         {"#" + c + "=", "=" + c + "\\"},
-                                         {" ", " "},
+                                         {"[" + c + "]", " " + c + " "}, {"#" + c + "=", "=" + c + "\\"}, {" ", " "},
                                          {"", std::nullopt}}});
     }
     m.nodes.push_back({"", {}});
@@ -169,8 +166,7 @@ TEST(MsgText, KeepsUnusualEnds) {
         {"operation byte only", framed(wire{}.u8(2)), std::nullopt, 0},
         {"closing byte not 0", framed(wire{}.u8(2).u8(0x7F)), 0x7F, 0},
         {"last node ends the body", framed(wire(node_a).u16(0)), std::nullopt, 1},
-        {"value fills the body exactly",
-         framed(wire(node_a).u16(1).field("n").u16(3).str("xy").u8(0)), std::nullopt, 1},
+        {"value fills the body exactly", framed(wire(node_a).u16(1).field("n").u16(3).str("xy").u8(0)), std::nullopt, 1},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.label);
@@ -187,14 +183,10 @@ TEST(MsgText, KeepsUnusualEnds) {
 TEST(MsgText, ReportsBadTextWithLine) {
     struct Case { std::string text; std::size_t line; const char *reason; };
     const std::vector<Case> cases = {
-        {"enablesip = 1\n", 1, "not a header field"},
-        {"[a]\n  x = 1\n  y\n", 3, "expected '[path]' or 'name = value'"},
-        {"# c\n[a]\nx = \\q\n", 3, "unknown escape '\\q'"},
-        {"[a]\nx = \\x4\n", 2, "two hex digits"},
-        {"[a]\nx = ab\\\n", 2, "inside an escape"},
-        {"operation = 256\n", 1, "bad value for operation"},
-        {"header0 = 0x1G\n", 1, "bad value for header0"},
-        {"terminator = -1\n", 1, "bad value for terminator"},
+        {"enablesip = 1\n", 1, "not a header field"}, {"[a]\n  x = 1\n  y\n", 3, "expected '[path]' or 'name = value'"},
+        {"# c\n[a]\nx = \\q\n", 3, "unknown escape '\\q'"}, {"[a]\nx = \\x4\n", 2, "two hex digits"},
+        {"[a]\nx = ab\\\n", 2, "inside an escape"}, {"operation = 256\n", 1, "bad value for operation"},
+        {"header0 = 0x1G\n", 1, "bad value for header0"}, {"terminator = -1\n", 1, "bad value for terminator"},
         {"\n\n[a]\nn = " + std::string(65536, 'x') + "\n", 4, "param value longer than 65535"},
         {"[a]\n" + std::string(65536, 'x') + " = 1\n", 2, "param name longer than 65535"},
     };

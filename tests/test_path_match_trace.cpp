@@ -42,8 +42,7 @@ TEST(PathMatch, CapturesAndMisses)
         // Substrings that trim to empty are skipped and the rest shift down.
         {"^( *)(a)$", "  a", {"a", "a"}},
         {"(", "anything", {}},    // does not compile: no match
-        {nullptr, "x", {}},
-        {"x", nullptr, {}},
+        {nullptr, "x", {}}, {"x", nullptr, {}},
     };
     for (const auto &[pattern, subject, expected] : rows)
         EXPECT_EQ(match(pattern, subject), expected) << (subject ? subject : "(null)");

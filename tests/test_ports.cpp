@@ -37,10 +37,7 @@ TEST(PortSettings, DialingDefaultsToTone)
 
 TEST(PortSettings, PickupGroupLists)
 {
-    const struct {
-        std::string value;
-        uint32_t groups;
-    } rows[] = {
+    const struct { std::string value; uint32_t groups; } rows[] = {
         {"1,5;31,40,-2", (1u << 1) | (1u << 5) | (1u << 31)}, {"0,3;;17", (1u << 0) | (1u << 3) | (1u << 17)},
         {"x,4", (1u << 0) | (1u << 4)}, // a piece without a number reads as 0
         {"2 ,  9", (1u << 2) | (1u << 9)}, {"32,100", 0}, {",;", 0}, {"", 0},
@@ -73,10 +70,7 @@ TEST(PortSettings, PortDefaultNodes)
 // reported and skipped, and the message goes on.
 TEST(PortSettings, UnusablePathNumbers)
 {
-    struct row {
-        std::string tail, report; // report: a piece of the level-1 line
-        bool message_goes_on;
-    };
+    struct row { std::string tail, report; bool message_goes_on; }; // report: a piece of the level-1 line
     std::vector<row> rows;
     for (const char *n : {"8", "-1", "100"})
         rows.push_back({std::string("def_") + n, std::string("Incorrect number of port's profile [") + n + "]", false});
@@ -86,10 +80,10 @@ TEST(PortSettings, UnusablePathNumbers)
     for (const row &r : rows) {
         auto image = fresh_image();
         image->routes.start = CFG_LIST_UPDATING;
-        testing::internal::CaptureStdout();
-        parse(*image, "[config.VOIP.ports.port_2]\n phone = 22\n[config.VOIP.ports.port_" + r.tail +
-                          "]\n phone = 9\n gainr = 5\n[config.VOIP.ports.port_4]\n phone = 44\n");
-        const std::string printed = testing::internal::GetCapturedStdout();
+        const std::string printed = support::stdout_of([&] {
+            parse(*image, "[config.VOIP.ports.port_2]\n phone = 22\n[config.VOIP.ports.port_" + r.tail +
+                              "]\n phone = 9\n gainr = 5\n[config.VOIP.ports.port_4]\n phone = 44\n");
+        });
         EXPECT_TRUE(support::lock_is_free());
         EXPECT_EQ(image->routes.start != CFG_LIST_UPDATING, r.message_goes_on) << r.tail; // the recount
         EXPECT_NE(printed.find(r.report), std::string::npos) << r.tail << ": " << printed;
@@ -113,9 +107,7 @@ TEST(PortSettings, MalformedParamKeepsTheStamp)
         cfgmsg::message_from_text("[config.VOIP.ports.port_1]\n phone = 11\n category = 20\n");
     message[4] = static_cast<uint8_t>(message[4] - 3); // cut inside the last value
     auto image = fresh_image();
-    testing::internal::CaptureStdout();
-    all_parser(image.get(), message.data());
-    testing::internal::GetCapturedStdout();
+    support::stdout_of([&] { all_parser(image.get(), message.data()); });
     EXPECT_STREQ(image->ports[1].phone, "11");
     EXPECT_EQ(image->ports[1].category, 0u);
     EXPECT_EQ(image->ports_updated[1], 0u);

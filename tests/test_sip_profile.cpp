@@ -17,6 +17,7 @@ using support::fresh_image;
 using support::parse;
 
 constexpr uint32_t untouched = 0x5A5A5A5Au;
+using strings = std::vector<std::string>;
 
 std::string sip_node(int profile, const std::string &params)
 {
@@ -60,8 +61,7 @@ TEST(SipProfile, TextRules)
         {"conference_serv_name = conf", "conf", "", "old", "old", "old", "old"},
         {"conference_serv_name =", "", "", "old", "old", "old", "old"},
         {"conference_serv_name = a@b@c", "a", "b@c", "old", "old", "old", "old"},
-        {"conference_serv_name = " + long_name + "@h", "uuuuuuuuuuuuuuuuuuuuuuuuuuuuu", "h", "old", "old",
-         "old", "old"},
+        {"conference_serv_name = " + long_name + "@h", "uuuuuuuuuuuuuuuuuuuuuuuuuuuuu", "h", "old", "old", "old", "old"},
         {"xcap_hotline_name =", "old", "old", "hot-line-service", "old", "old", "old"},
         {"xcap_hotline_name = hl", "old", "old", "hl", "old", "old", "old"},
         {"proxy = p.example", "old", "old", "old", "p.example", "old", "old"},
@@ -79,22 +79,17 @@ TEST(SipProfile, TextRules)
                             sip.servers[0].proxy, sip.servers[2].proxy, sip.servers[4].regrar})
             std::strcpy(field, "old");
         parse(*image, sip_node(0, r.params));
-        EXPECT_STREQ(sip.conference_user, r.user) << r.params;
-        EXPECT_STREQ(sip.conference_host, r.host) << r.params;
-        EXPECT_STREQ(sip.xcap_hotline_name, r.hotline) << r.params;
-        EXPECT_STREQ(sip.servers[0].proxy, r.proxy0) << r.params;
-        EXPECT_STREQ(sip.servers[2].proxy, r.proxy2) << r.params;
-        EXPECT_STREQ(sip.servers[4].regrar, r.regrar4) << r.params;
+        EXPECT_EQ((strings{sip.conference_user, sip.conference_host, sip.xcap_hotline_name, sip.servers[0].proxy,
+                           sip.servers[2].proxy, sip.servers[4].regrar}),
+                  (strings{r.user, r.host, r.hotline, r.proxy0, r.proxy2, r.regrar4})) << r.params;
     }
 
     auto image = fresh_image();
     parse(*image, sip_node(3, "xcap_conference_name =\n xcap_cw_name =\n xcap_callhold_name =\n"
                               " xcap_calltransfer_name = \"\"\n username = " + long_name));
     const profile_sip_cfg_t &sip = image->profiles[3].sip;
-    EXPECT_STREQ(sip.xcap_conference_name, "three-party-conference");
-    EXPECT_STREQ(sip.xcap_cw_name, "call-waiting");
-    EXPECT_STREQ(sip.xcap_callhold_name, "call-hold");
-    EXPECT_STREQ(sip.xcap_calltransfer_name, "explicit-call-transfer");
+    EXPECT_EQ((strings{sip.xcap_conference_name, sip.xcap_cw_name, sip.xcap_callhold_name, sip.xcap_calltransfer_name}),
+              (strings{"three-party-conference", "call-waiting", "call-hold", "explicit-call-transfer"}));
     EXPECT_EQ(std::string(sip.username), long_name.substr(0, 50));
 }
 
@@ -102,9 +97,8 @@ TEST(SipProfile, ProfileNumberOutOfRangeEndsTheMessage)
 {
     auto image = fresh_image();
     image->routes.start = CFG_LIST_UPDATING;
-    testing::internal::CaptureStdout();
-    parse(*image, sip_node(2, "mode = 1") + sip_node(8, "mode = 1") + sip_node(3, "mode = 1"));
-    const std::string printed = testing::internal::GetCapturedStdout();
+    const std::string printed = support::stdout_of(
+        [&] { parse(*image, sip_node(2, "mode = 1") + sip_node(8, "mode = 1") + sip_node(3, "mode = 1")); });
     EXPECT_NE(printed.find("Incorrect number of profile [8]"), std::string::npos) << printed;
     EXPECT_EQ(image->profiles[2].sip.mode, 1u);
     EXPECT_EQ(image->profiles[3].sip.mode, 0u);

@@ -33,11 +33,8 @@ TEST(Snmp, TrapTypeAndWriter)
 TEST(SnmpUsers, UserLine)
 {
     struct row { std::string param; const char *w1, *w2, *w3; } rows[] = {
-        {"user_0 = alpha beta", "alpha", "beta", "old3"},
-        {"user_0 = solo", "solo", "old2", "old3"},
-        {"user_0 =", "", "", ""},
-        {"user_0 = \"\"", "", "", ""},
-        {"user_0 = \\t  a\\tb  c", "a", "b", "c"},
+        {"user_0 = alpha beta", "alpha", "beta", "old3"}, {"user_0 = solo", "solo", "old2", "old3"},
+        {"user_0 =", "", "", ""}, {"user_0 = \"\"", "", "", ""}, {"user_0 = \\t  a\\tb  c", "a", "b", "c"},
         {"user_0 = " + std::string(45, 'x') + " " + std::string(45, 'y') + " " + std::string(20, 'z'),
          "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx", "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy", "zzzzzzzzzzzzzzz"},
         {"user_1 = p q r", "old1", "old2", "old3"},
@@ -51,9 +48,7 @@ TEST(SnmpUsers, UserLine)
         std::memset(image->snmp.user.app_reserved, 0x77, sizeof image->snmp.user.app_reserved);
         std::strcpy(image->snmp.sys_name, "name");
         parse(*image, "[config.Network.snmp_users]\n" + r.param + "\n sys_name = taken\n");
-        EXPECT_STREQ(image->snmp.user.word1, r.w1) << r.param;
-        EXPECT_STREQ(image->snmp.user.word2, r.w2) << r.param;
-        EXPECT_STREQ(image->snmp.user.word3, r.w3) << r.param;
+        EXPECT_EQ((std::vector<std::string>{u.word1, u.word2, u.word3}), (std::vector<std::string>{r.w1, r.w2, r.w3})) << r.param;
         for (uint8_t b : image->snmp.user.app_reserved)
             EXPECT_EQ(b, 0x77);
         // The users node never reaches the SNMP handler.

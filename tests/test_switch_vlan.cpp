@@ -16,10 +16,7 @@ using support::fresh_image;
 
 TEST(SwitchVlan, PortFlagStrings)
 {
-    const struct {
-        const char *text;
-        uint32_t mask;
-    } rows[] = {
+    const struct { const char *text; uint32_t mask; } rows[] = {
         {"1 0 1 0 0 1", 0x25},    {"1,1,1,1,1,1", 0x3F},   {"1 10 0 0 0 0", 0x1},
         {"2 1 1 1 1 1", 0x3E},    {"1 1 1 1 1 1 1", 0x3F}, {"", 0},
         {"111111", 0},            // 111111, 1111, 11; positions 6 to 10 lie past the end
@@ -47,14 +44,8 @@ void prefill(switch_cfg_t &sw)
 
 TEST(SwitchVlan, HandlerStoresNumbersByKeyAndIndex)
 {
-    const struct {
-        const char *param;
-        int vlan;
-        uint32_t (*field)(const switch_vlan_t &);
-        uint32_t expected;
-    } rows[] = {
-        {"portmask3 = 1 0 0 1 0 0", 3, FIELD(portmask), 0x9},
-        {"portmask0 =", 0, FIELD(portmask), 0},
+    const struct { const char *param; int vlan; uint32_t (*field)(const switch_vlan_t &); uint32_t expected; } rows[] = {
+        {"portmask3 = 1 0 0 1 0 0", 3, FIELD(portmask), 0x9}, {"portmask0 =", 0, FIELD(portmask), 0},
         {"vid 4 = 12", 4, FIELD(vid), 12},       // blanks before the number are skipped
         {"vid+1 = 9", 1, FIELD(vid), 9},
         {"enable2_extra = 1", 2, FIELD(enable), 1}, // text after the number is ignored

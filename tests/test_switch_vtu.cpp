@@ -12,7 +12,6 @@
 namespace {
 
 using support::fresh_image;
-using support::names;
 using support::write;
 
 // Every field of every rule 7 (valid 1), so that stores and drops show.
@@ -24,16 +23,21 @@ void prefill(switch_cfg_t &sw)
 
 #define CHANGE(body) [](vtu_rule_t &r) { body; }
 
-TEST(SwitchVtu, HandlerStoresByRuleAndFieldWord)
+// Malformed names are dropped: nothing changes, the node is still stamped.
+TEST(SwitchVtu, HandlerStoresByRuleAndFieldWordAndDropsMalformedNames)
 {
     // Every other field of every rule keeps 7 (valid 1). Plain stores of each
     // field word are covered by the insert round trip below.
+    const auto keep = CHANGE((void)r);
     const struct { const char *param; int rule; void (*change)(vtu_rule_t &); } rows[] = {
         {"vtu2.vid =", 2, CHANGE(r.vid = 0; r.valid = 0)},
         {"vtu2.vid = abc", 2, CHANGE((void)r)}, // vid kept, rule stays valid
-        {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)},
-        {"vtu1.override = 12abc", 1, CHANGE(r.override = 12)},
+        {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)}, {"vtu1.override = 12abc", 1, CHANGE(r.override = 12)},
         {"vtu9.vidAAAAAAAAAAAA = 8", 9, CHANGE(r.vid = 8)}, // field word of 15 characters
+        {"vtu16.vid = 1", 0, keep}, {"vtu-1.vid = 1", 0, keep}, {"vtu4294967296.vid = 1", 0, keep}, {"vtu2.lan = 1", 0, keep},
+        {"vtu2 = 1", 0, keep}, {"vtu2vid = 1", 0, keep}, {"vtu.vid = 1", 0, keep}, {"vtux.vid = 1", 0, keep},
+        {"vtu2. = 1", 0, keep}, {"tvu2.vid = 1", 0, keep}, {"vtu2.VID = 1", 0, keep},
+        {"vtu9.vidAAAAAAAAAAAAA = 1", 0, keep}, // field word of 16 characters
     };
     for (const auto &r : rows) {
         auto image = fresh_image();
@@ -42,24 +46,7 @@ TEST(SwitchVtu, HandlerStoresByRuleAndFieldWord)
         r.change(expected.vtu[r.rule]);
         support::parse(*image, std::string("[config.Switch.vtu]\n") + r.param);
         EXPECT_EQ(std::memcmp(&expected, &image->switch_cfg, sizeof expected), 0) << r.param;
-    }
-}
-
-TEST(SwitchVtu, HandlerDropsMalformedNames)
-{
-    const char *const dropped[] = {
-        "vtu16.vid = 1", "vtu-1.vid = 1", "vtu4294967296.vid = 1", "vtu2.lan = 1", "vtu2 = 1",
-        "vtu2vid = 1", "vtu.vid = 1", "vtux.vid = 1", "vtu2. = 1", "tvu2.vid = 1",
-        "vtu9.vidAAAAAAAAAAAAA = 1", // field word of 16 characters
-        "vtu2.VID = 1",
-    };
-    for (const char *param : dropped) {
-        auto image = fresh_image();
-        prefill(image->switch_cfg);
-        const switch_cfg_t before = image->switch_cfg;
-        support::parse(*image, std::string("[config.Switch.vtu]\n") + param);
-        EXPECT_EQ(std::memcmp(&before, &image->switch_cfg, sizeof before), 0) << param;
-        EXPECT_NE(image->vtu_updated, 0u) << param;
+        EXPECT_NE(image->vtu_updated, 0u) << r.param;
     }
     EXPECT_TRUE(support::lock_is_free());
 }
@@ -77,26 +64,26 @@ TEST(SwitchVtu, OnlyVidMakesARuleValid)
     EXPECT_EQ(image->switch_cfg.vtu[5].override, 1); // the other fields stay
 }
 
-std::vector<std::string> rule_names(int rule)
+// The nine params of a rule, in the writers' order, with `values`.
+std::vector<cfgmsg::param> rule_params(int rule, const support::values_t &values)
 {
-    std::vector<std::string> out;
+    std::vector<cfgmsg::param> out;
     for (const char *f : {"vid", "override", "priority", "port0", "port1", "port2", "cpu", "sfp0", "sfp1"})
-        out.push_back("vtu" + std::to_string(rule) + "." + f);
+        out.push_back({"vtu" + std::to_string(rule) + "." + f, values.at(out.size())});
     return out;
 }
+const support::values_t blanks(9);
 
 TEST(SwitchVtu, DeleteWritesNineBlankParamsAndInvalidatesTheRule)
 {
     const auto out = write([](uint8_t **c) { return del_rule_from_vtu(c, 3); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.Switch.vtu");
-    EXPECT_EQ(names(out.node()), rule_names(3));
-    for (const auto &p : out.node().params)
-        EXPECT_FALSE(p.value.has_value()) << p.name;
+    EXPECT_EQ(out.node().params, rule_params(3, blanks));
 
     auto image = fresh_image();
     prefill(image->switch_cfg);
-    all_parser(image.get(), out.as_message().data());
+    support::parse_back(*image, out);
     const vtu_rule_t &r = image->switch_cfg.vtu[3];
     const vtu_rule_t blank{0, 0, 0, 0, 0, 0, 0, 7, 0, 0, 0}; // app_reserved kept
     EXPECT_EQ(std::memcmp(&r, &blank, sizeof r), 0);
@@ -104,7 +91,7 @@ TEST(SwitchVtu, DeleteWritesNineBlankParamsAndInvalidatesTheRule)
 
     // The number is not checked; any rule number makes its names.
     const auto far = write([](uint8_t **c) { return del_rule_from_vtu(c, -2147483647 - 1); });
-    EXPECT_EQ(names(far.node()), rule_names(-2147483647 - 1));
+    EXPECT_EQ(far.node().params, rule_params(-2147483647 - 1, blanks));
 }
 
 TEST(SwitchVtu, InsertWritesTheRuleUnsignedAndParsesBack)
@@ -112,14 +99,10 @@ TEST(SwitchVtu, InsertWritesTheRuleUnsignedAndParsesBack)
     const vtu_rule_t rule{0, 1, 2, 3, 4, 5, 6, 99, -1, 2147483647, 100};
     const auto out = write([&](uint8_t **c) { return ins_rule_in_vtu(c, 12, &rule); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
-    EXPECT_EQ(names(out.node()), rule_names(12));
-    std::vector<std::string> values;
-    for (const auto &p : out.node().params)
-        values.push_back(p.value.value_or("(none)"));
-    EXPECT_EQ(values, (std::vector<std::string>{"100", "2147483647", "4294967295", "1", "2", "3", "4", "5", "6"}));
+    EXPECT_EQ(out.node().params, rule_params(12, {"100", "2147483647", "4294967295", "1", "2", "3", "4", "5", "6"}));
 
     auto image = fresh_image();
-    all_parser(image.get(), out.as_message().data());
+    support::parse_back(*image, out);
     vtu_rule_t expected = rule;
     expected.valid = 1;
     expected.app_reserved = 0; // never sent

@@ -26,10 +26,7 @@ TEST(Tr069, NumbersAreCutToTheirLow32Bits)
     // Numbers read as 64 bits and cut to their low 32 bits, for the unsigned
     // interval and the signed periods alike (the rules of each kind of key are
     // checked over every table in test_key_tables).
-    struct row {
-        std::string param;
-        void (*expect)(tr069_cfg_t &);
-    } rows[] = {
+    struct row { std::string param; void (*expect)(tr069_cfg_t &); } rows[] = {
         {"PeriodicInformInterval = -1", [](tr069_cfg_t &r) { r.periodic_inform_interval = 4294967295u; }},
         {"PeriodicInformInterval = 4294967296", [](tr069_cfg_t &r) { r.periodic_inform_interval = 30; }},
         {"STUNMaximumKeepAlivePeriod = 2147483648", [](tr069_cfg_t &r) { r.stun_maximum_keepalive_period = 60; }},

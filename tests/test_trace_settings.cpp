@@ -14,10 +14,7 @@ using support::parse;
 
 TEST(TraceSettings, FlagParamsClearOneBit)
 {
-    const struct {
-        const char *text;
-        uint8_t before, expected;
-    } rows[] = {
+    const struct { const char *text; uint8_t before, expected; } rows[] = {
         {"app_err = 0", 0xFF, 0xFD}, {"app_dbg = off", 0xFF, 0xEF}, {"syslog_to_file =", 0xFF, 0x7F},
         {"app_err = 1\n app_err = 0", 0x05, 0x05},
     };

@@ -29,11 +29,8 @@ void __libc_free(void *);
 namespace {
 
 // Counting while armed: calls made, live allocations, the call to refuse.
-bool armed = false;
-long calls = 0;
-long live = 0;
-long refuse_at = -1;
-bool refuse_from_then_on = false;
+bool armed = false, refuse_from_then_on = false;
+long calls = 0, live = 0, refuse_at = -1;
 
 bool refuse_this_one()
 {
@@ -43,36 +40,21 @@ bool refuse_this_one()
     return calls == refuse_at || (refuse_from_then_on && calls > refuse_at);
 }
 
+// `p` as the allocator returns it; counted live when it is a new block.
+void *counted(void *p, bool new_block)
+{
+    if (armed && p != nullptr && new_block)
+        ++live;
+    return p;
+}
+
 } // namespace
 
-extern "C" void *malloc(std::size_t n)
-{
-    if (refuse_this_one())
-        return nullptr;
-    void *p = __libc_malloc(n);
-    if (armed && p != nullptr)
-        ++live;
-    return p;
-}
-
-extern "C" void *calloc(std::size_t count, std::size_t n)
-{
-    if (refuse_this_one())
-        return nullptr;
-    void *p = __libc_calloc(count, n);
-    if (armed && p != nullptr)
-        ++live;
-    return p;
-}
-
+extern "C" void *malloc(std::size_t n) { return refuse_this_one() ? nullptr : counted(__libc_malloc(n), true); }
+extern "C" void *calloc(std::size_t count, std::size_t n) { return refuse_this_one() ? nullptr : counted(__libc_calloc(count, n), true); }
 extern "C" void *realloc(void *old, std::size_t n)
 {
-    if (refuse_this_one())
-        return nullptr;
-    void *p = __libc_realloc(old, n);
-    if (armed && p != nullptr && old == nullptr)
-        ++live;
-    return p;
+    return refuse_this_one() ? nullptr : counted(__libc_realloc(old, n), old == nullptr);
 }
 
 extern "C" void free(void *p)
@@ -84,10 +66,7 @@ extern "C" void free(void *p)
 
 namespace {
 
-struct parse_result {
-    long calls = 0;  // allocations asked for during the parse
-    long leaked = 0; // allocations still live when it returned
-};
+struct parse_result { long calls = 0, leaked = 0; }; // allocations asked for during the parse, still live after it
 
 // One parse with allocation `refuse` (1-based; 0: none) refused, or with
 // every allocation from that one on refused.
@@ -205,29 +184,23 @@ TEST_F(AllocFailure, RefusedCopySkipsOnlyItsParam)
     const std::string p2 = "    gatekeeperip = 10.20.0.5\n";
     const std::string p3 = "    password = gk-Secret7\n";
     const std::string nothing = "[config.VOIP.none]\n";
-    struct row {
-        long refuse;
-        std::string stored; // the message whose plain parse gives the same image
-    };
+    struct row { long refuse; std::string stored; }; // stored: the message whose plain parse gives the same image
     const row rows[] = {
         {1, nothing},               // the path copy: the parse ends, nothing stored
         {2, head + p2 + p3},        // the first name
         {3, head + p2 + p3},        // the first value
-        {4, head + p1 + p3},
-        {5, head + p1 + p3},
-        {6, head + p1 + p2},
-        {7, head + p1 + p2},
+        {4, head + p1 + p3}, {5, head + p1 + p3}, {6, head + p1 + p2}, {7, head + p1 + p2},
         {8, head + p1 + p2 + p3},   // past the last copy: nothing refused
     };
     const std::vector<uint8_t> message = cfgmsg::message_from_text(head + p1 + p2 + p3);
     for (const row &r : rows) {
         sweep::image_ptr image = sweep::fresh_image();
-        const parse_result result = counted_parse(*image, message.data(), r.refuse);
-        EXPECT_EQ(result.leaked, 0) << "refused " << r.refuse;
-        EXPECT_TRUE(sweep::lock_is_free()) << "refused " << r.refuse;
+        SCOPED_TRACE(::testing::Message() << "refused " << r.refuse);
+        EXPECT_EQ(counted_parse(*image, message.data(), r.refuse).leaked, 0);
+        EXPECT_TRUE(sweep::lock_is_free());
         sweep::image_ptr expected = parsed(cfgmsg::message_from_text(r.stored));
-        EXPECT_EQ(configuration_text(*image), configuration_text(*expected)) << "refused " << r.refuse;
-        EXPECT_EQ(std::memcmp(image.get(), expected.get(), sizeof(cfg_image_t)), 0) << "refused " << r.refuse;
+        EXPECT_EQ(configuration_text(*image), configuration_text(*expected));
+        EXPECT_EQ(std::memcmp(image.get(), expected.get(), sizeof(cfg_image_t)), 0);
     }
 }
 
