@@ -5,6 +5,7 @@
 #include "cfgmngr/wire.h"
 #include "universalConfigParser/handlers.h"
 #include "universalConfigParser/msg_reader.h"
+#include "universalConfigParser/text_numbers.h"
 
 #include <cfgparser.h>
 
@@ -60,8 +61,8 @@ const compiled_patterns &patterns() noexcept
 // path that begins with neither can match none of them.
 bool may_match_a_pattern(std::string_view path) noexcept
 {
-    return path.starts_with("config.VOIP.profile.profile_") ||
-           path.starts_with("config.VOIP.dialplan_profiles.dialplan_profile");
+    return cfg::numbers::begins_with(path, "config.VOIP.profile.profile_") ||
+           cfg::numbers::begins_with(path, "config.VOIP.dialplan_profiles.dialplan_profile");
 }
 
 // The path is a C string everywhere in the walk (prefix tests and patterns
@@ -94,7 +95,7 @@ void free_patterns(node &n) noexcept
 
 bool prefix(const node &n, std::string_view literal) noexcept
 {
-    return std::string_view(n.path).starts_with(literal);
+    return cfg::numbers::begins_with(n.path, literal);
 }
 
 // The classification chain: the first test that succeeds picks the handler.

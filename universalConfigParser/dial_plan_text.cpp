@@ -142,7 +142,7 @@ void copy_cut(char (&field)[N], std::string_view text) noexcept
 template <std::size_t N>
 void store_field6(char (&field)[N], std::string_view read) noexcept
 {
-    if (!read.starts_with('"')) {
+    if (read.empty() || read.front() != '"') {
         copy_cut(field, read);
         return;
     }

@@ -27,7 +27,7 @@ void store_ports(const cfg_image_t &image, group_cfg_t &g, const char *value) no
 node_end groups(cfg_image_t &image, node &n)
 {
     const std::string_view path(n.path);
-    groups_cfg_t &list = path.starts_with("config.VOIP.groups.fxo_group") ? image.fxo_groups
+    groups_cfg_t &list = numbers::begins_with(path, "config.VOIP.groups.fxo_group") ? image.fxo_groups
                                                                           : image.groups;
     // The group number follows the last "_" (the rest of the path).
     const char *number = numbers::after_underscore(n.path, numbers::underscore::last);

@@ -136,7 +136,7 @@ uint32_t flag_list(const char *value, int32_t flags) noexcept
 
 bool begins(const char *value, std::string_view word) noexcept
 {
-    return value != nullptr && std::string_view(value).starts_with(word);
+    return value != nullptr && numbers::begins_with(value, word);
 }
 
 // Part of a value into a text field of `size` bytes, cut to size - 1
@@ -343,7 +343,7 @@ bool split_rule_name(std::string_view prefix, const char *name, int32_t rules, i
                      std::string_view &field) noexcept
 {
     constexpr std::size_t field_word_max = 15;
-    if (!std::string_view(name).starts_with(prefix))
+    if (!numbers::begins_with(name, prefix))
         return false;
     int64_t n = 0;
     const char *text = numbers::scan_entry(name + prefix.size(), n);

@@ -46,7 +46,7 @@ void store_limit(limit_cfg_t &r, int32_t i, const char *value) noexcept
     std::memcpy(target, rest.data(), kept);
     target[kept] = '\0';
     numbers::scan_int(rest.data() + length, r.value[i]);
-    r.not_proxy[i] = std::string_view(target).starts_with(proxy_keyword) ? 0 : 1;
+    r.not_proxy[i] = numbers::begins_with(target, proxy_keyword) ? 0 : 1;
 }
 
 } // namespace

@@ -73,7 +73,7 @@ port_target select_port(cfg_image_t &image, const char *path) noexcept
 
 node_end ports(cfg_image_t &image, node &n)
 {
-    const port_target t = std::string_view(n.path).starts_with(port_def_prefix)
+    const port_target t = numbers::begins_with(n.path, port_def_prefix)
                               ? select_port_default(image, n.path)
                               : select_port(image, n.path);
     if (t.abandon)

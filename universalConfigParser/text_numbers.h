@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 namespace cfg::numbers {
 
@@ -32,6 +33,14 @@ bool scan_uint(const char *text, uint32_t &out) noexcept;
 bool scan_hex(const char *text, uint32_t &out) noexcept;
 
 inline bool absent(const char *value) noexcept { return value == nullptr || value[0] == '\0'; }
+
+// std::string_view::starts_with without the bounds-checked compare behind
+// it, whose throwing helper would be referenced from the library in builds
+// that do not inline it (the library carries no C++ runtime).
+inline bool begins_with(std::string_view text, std::string_view prefix) noexcept
+{
+    return text.size() >= prefix.size() && std::memcmp(text.data(), prefix.data(), prefix.size()) == 0;
+}
 
 // Element numbers of list entries, profiles, ports and rules, taken from a
 // node path or a param name. None of them wraps: a huge number is held at a
