@@ -1,6 +1,6 @@
 // Port writers: the port count bound, the pickup text and value forms. The
 // param lists and their order are those of the samples' reference output
-// (SchemaCheck.SamplesApplyToTheirReference); the round trip of every row is
+// (CfgmsgCli.SamplesApplyToTheirReference); the round trip of every row is
 // checked in test_key_tables.
 #include "support.h"
 
