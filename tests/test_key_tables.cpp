@@ -190,84 +190,68 @@ TEST(KeyTables, LongerNamesSelectTheFirstKeyTheyBeginWith)
     }
 }
 
-TEST(KeyTables, NumbersKeepTheirBoundsAndDefaults)
+// Every row parses by the rule of its kind: ranges keep their bounds and
+// take the default one below, one above, for no value and (unless 0 is in
+// range) for no number; texts are cut at their field and zero-filled by no
+// value; checkboxes read 1 or 0; "%d" numbers and hex keep the field for a
+// value they cannot read.
+TEST(KeyTables, EachKindFollowsItsRule)
 {
     for_every_row([](const place &at, const key &k) {
-        if (k.how != kind::range && k.how != kind::urange)
-            return;
-        const auto stored = [&](const std::optional<std::string> &v) {
-            return stored_number(*parse_one(at, k, v), at, k);
+        const std::string name = param_name(*at.nk, k, at.key_entry);
+        const auto stored = [&](const std::optional<std::string> &v, const char *before = nullptr) {
+            return stored_number(*parse_one(at, k, v, before ? param_line(name, before) : ""), at, k);
         };
-        const auto value = [&](int64_t v) {
-            // An unsigned bound is sent as its unsigned text.
-            return k.how == kind::urange ? std::to_string(static_cast<uint32_t>(v)) : std::to_string(v);
-        };
-        EXPECT_EQ(stored(value(k.min)), as_member(k, k.min));
-        EXPECT_EQ(stored(value(k.max)), as_member(k, k.max));
-        const int64_t lowest = k.how == kind::urange ? 0 : INT32_MIN;
-        const int64_t highest = k.how == kind::urange ? UINT32_MAX : INT32_MAX;
-        if (k.min > lowest) {
-            EXPECT_EQ(stored(value(k.min - 1)), as_member(k, k.def)) << "one below";
-        }
-        if (k.max < highest) {
-            EXPECT_EQ(stored(value(k.max + 1)), as_member(k, k.def)) << "one above";
-        }
-        EXPECT_EQ(stored(std::nullopt), as_member(k, k.def)) << "no value";
-        // Text without a number reads as 0, which is stored when in range.
-        EXPECT_EQ(stored("none"), as_member(k, k.min <= 0 && 0 <= k.max ? 0 : k.def)) << "no number";
-    });
-}
-
-TEST(KeyTables, OtherNumbersFollowTheirKind)
-{
-    for_every_row([](const place &at, const key &k) {
-        const std::string set = param_line(param_name(*at.nk, k, at.key_entry), "42");
-        const auto stored = [&](const std::optional<std::string> &v, const std::string &before = {}) {
-            return stored_number(*parse_one(at, k, v, before), at, k);
-        };
+        // An unsigned bound is sent as its unsigned text.
+        const auto text = [&](int64_t v) { return std::to_string(k.how == kind::urange ? int64_t{static_cast<uint32_t>(v)} : v); };
         switch (k.how) {
+        case kind::range:
+        case kind::urange: {
+            const bool is_unsigned = k.how == kind::urange;
+            EXPECT_EQ(stored(text(k.min)), as_member(k, k.min));
+            EXPECT_EQ(stored(text(k.max)), as_member(k, k.max));
+            if (k.min > (is_unsigned ? 0 : INT32_MIN)) {
+                EXPECT_EQ(stored(text(k.min - 1)), as_member(k, k.def)) << "one below";
+            }
+            if (k.max < (is_unsigned ? int64_t{UINT32_MAX} : INT32_MAX)) {
+                EXPECT_EQ(stored(text(k.max + 1)), as_member(k, k.def)) << "one above";
+            }
+            EXPECT_EQ(stored(std::nullopt), as_member(k, k.def)) << "no value";
+            EXPECT_EQ(stored("none"), as_member(k, k.min <= 0 && 0 <= k.max ? 0 : k.def)) << "no number";
+            break;
+        }
+        case kind::text: {
+            const std::string fits(k.at.size - 1u, 'a');
+            EXPECT_EQ(stored_text(*parse_one(at, k, fits), at, k), fits);
+            EXPECT_EQ(stored_text(*parse_one(at, k, fits + "bc"), at, k), fits) << "cut";
+            const auto emptied = parse_one(at, k, std::nullopt, param_line(name, "x"));
+            const char *bytes = cfg::keys::field_bytes(k, record_of(*emptied, at), at.key_entry);
+            EXPECT_EQ(std::string(bytes, k.at.size), std::string(k.at.size, '\0')) << "zero-filled";
+            break;
+        }
         case kind::checkbox:
-            EXPECT_EQ(stored("1"), 1);
-            EXPECT_EQ(stored("7"), 1);
-            EXPECT_EQ(stored("yes"), 1);
-            EXPECT_EQ(stored("0"), 0);
-            EXPECT_EQ(stored("no"), 0);
+            for (const auto &[v, want] : {std::pair{"1", 1}, {"7", 1}, {"yes", 1}, {"0", 0}, {"no", 0}})
+                EXPECT_EQ(stored(v), want) << v;
             EXPECT_EQ(stored(std::nullopt), 0);
             break;
-        case kind::number: // a value without a number keeps the field
+        case kind::number:
             EXPECT_EQ(stored("42"), as_member(k, 42));
-            EXPECT_EQ(stored("none", set), as_member(k, 42));
-            EXPECT_EQ(stored(std::nullopt, set), as_member(k, k.def));
+            EXPECT_EQ(stored("none", "42"), as_member(k, 42)) << "kept";
+            EXPECT_EQ(stored(std::nullopt, "42"), as_member(k, k.def));
             break;
         case kind::integer:
             EXPECT_EQ(stored("-42"), as_member(k, -42));
-            EXPECT_EQ(stored("none", set), 0);
-            EXPECT_EQ(stored(std::nullopt, set), as_member(k, k.def));
+            EXPECT_EQ(stored("none", "42"), 0);
+            EXPECT_EQ(stored(std::nullopt, "42"), as_member(k, k.def));
             break;
-        case kind::hex: { // "0x" required, else the field is kept
-            const std::string hex_set = param_line(param_name(*at.nk, k, at.key_entry), "0x2a");
+        case kind::hex: // "0x" required
             EXPECT_EQ(stored("0x1F"), as_member(k, 0x1f));
-            EXPECT_EQ(stored("1F", hex_set), as_member(k, 0x2a));
-            EXPECT_EQ(stored(std::nullopt, hex_set), as_member(k, k.def));
+            EXPECT_EQ(stored("1F", "0x2a"), as_member(k, 0x2a)) << "kept";
+            EXPECT_EQ(stored(std::nullopt, "0x2a"), as_member(k, k.def));
+            break;
+        case kind::special:
             break;
         }
-        default:
-            break;
-        }
-    });
-}
-
-TEST(KeyTables, TextsAreCutAtTheirFieldAndEmptiedByNoValue)
-{
-    for_every_row([](const place &at, const key &k) {
-        if (k.how != kind::text)
-            return;
-        const std::string fits(k.at.size - 1u, 'a');
-        EXPECT_EQ(stored_text(*parse_one(at, k, fits), at, k), fits);
-        EXPECT_EQ(stored_text(*parse_one(at, k, fits + "bc"), at, k), fits) << "cut";
-        const auto emptied = parse_one(at, k, std::nullopt, param_line(param_name(*at.nk, k, at.key_entry), "x"));
-        const char *bytes = cfg::keys::field_bytes(k, record_of(*emptied, at), at.key_entry);
-        EXPECT_EQ(std::string(bytes, k.at.size), std::string(k.at.size, '\0')) << "zero-filled";
     });
 }
 
