@@ -73,15 +73,28 @@ std::string number_text(const key &k, int64_t v)
 const char *rule_name(rule r)
 {
     switch (r) {
-    case rule::none: return "special";
     case rule::pickup_groups: return "pickup groups";
-    case rule::text_or_default: return "text";
-    case rule::number_or_keep: return "number";
-    case rule::text_and_flag: return "text";
-    case rule::packet_time: return "packet time";
+    case rule::text_or_default:
+    case rule::text_and_flag:
+    case rule::user_at_host:
+    case rule::server_text:
+    case rule::entry_text: return "text";
+    case rule::number_or_keep:
+    case rule::clamped:
+    case rule::vtu_vid: return "number";
+    case rule::packet_time:
     case rule::g726_packet_time: return "packet time";
     case rule::t38_datagram: return "datagram size";
-    default: return "special";
+    case rule::one_or_default:
+    case rule::inverse_checkbox:
+    case rule::on_unless_zero: return "checkbox";
+    case rule::dtmf_mime:
+    case rule::hookflash_mime:
+    case rule::trap_version: return "word";
+    case rule::flag_list:
+    case rule::port_flags: return "flag list";
+    case rule::not_kept: return "ignored";
+    default: return "list entry";
     }
 }
 
@@ -254,6 +267,28 @@ std::string rule_text(const key &k)
     case rule::g726_packet_time: return "10, 20 or 30, default " + def;
     case rule::t38_datagram:
         return "0 (off) or " + number_text(k, k.min) + ".." + number_text(k, k.max) + ", default " + def;
+    case rule::not_kept: return "accepted and not kept";
+    case rule::one_or_default: return "1, anything else " + def;
+    case rule::inverse_checkbox: return "1 or 0, kept inverted";
+    case rule::on_unless_zero: return "0 for 0, anything else 1";
+    case rule::dtmf_mime: return "\"dtmfr\", \"dtmf\" or \"audio\"";
+    case rule::hookflash_mime: return "\"dtmf\", \"hookf\", \"sscc\" or \"broadsoft\"";
+    case rule::user_at_host: return "user@host, at most " + length + " before the @";
+    case rule::server_text:
+    case rule::entry_text: return "at most " + length;
+    case rule::clamped: return "any number, held to " + number_text(k, k.min) + ".." + number_text(k, k.max);
+    case rule::flag_list: return "flag numbers separated by ','";
+    case rule::group_ports: return "port numbers and ranges (\"1,3-5\")";
+    case rule::limit_line: return "\"target number\"";
+    case rule::modifier_rule: return "three words";
+    case rule::dial_plan_line: return "a dial-plan rule";
+    case rule::trap_version: return "\"v2\" or v1";
+    case rule::snmp_user_line: return "three words";
+    case rule::port_flags: return "a flag per switch port, separated by blanks";
+    case rule::host_line: return "\"address name\"";
+    case rule::route_line: return "\"destination netmask gateway [.extra]\"";
+    case rule::firewall_rule: return "a firewall rule";
+    case rule::vtu_vid: return "any number; marks the rule in use";
     default: return "its own format";
     }
 }
@@ -287,10 +322,16 @@ int run_schema(const cli::options &opt)
     const std::optional<std::string> filter =
         opt.args.empty() ? std::nullopt : std::optional<std::string>(opt.args[0]);
     const bool json = opt.json, markdown = opt.markdown;
+    // A concrete path selects its own node kind; otherwise PATH is the
+    // beginning of the paths it selects.
     std::vector<const node_kind *> nodes;
     for (const node_kind &nk : cfg::keys::node_kinds())
-        if (path_selected(nk.path, filter.value_or("")))
+        if (filter && path_entry(nk.path, *filter))
             nodes.push_back(&nk);
+    if (nodes.empty())
+        for (const node_kind &nk : cfg::keys::node_kinds())
+            if (path_selected(nk.path, filter.value_or("")))
+                nodes.push_back(&nk);
     if (nodes.empty()) {
         return cli::fail(cli::exit_bad_input, "schema: no node path begins with '" + *filter + "'");
     }
