@@ -1,15 +1,21 @@
 // The param loop shared by every section handler.
 //
-// A handler reads like this:
+// A section with a key table reads like this:
 //
 //     node_end h323(cfg_image_t &image, node &n)
 //     {
-//         while (param p = next_param(n)) {
-//             const image_lock lock;
-//             store_h323(image.h323, p);
-//         }
-//         return finish_node(n, image.h323.updated);
+//         return keyed_node(n, keys::h323, &image.h323, image.h323.updated);
 //     }
+//
+// and a section with a loop of its own (entry numbers, list lines) like this:
+//
+//     while (param p = next_param(n)) {
+//         const keys::key *k = keys::find(keys::hosts, p.name_view());
+//         ...
+//         const image_lock lock;
+//         keys::store(*k, &image.hosts, p.value(), entry);
+//     }
+//     return finish_node(n, image.hosts.updated);
 //
 // next_param reads the next param of the node (skipping params whose copy
 // failed), the lock is held only for the store, the param's strings are
