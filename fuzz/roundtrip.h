@@ -174,6 +174,17 @@ inline std::optional<std::string> sent_after_storing(const cfg_image_t &base, st
     return it == values.end() ? std::optional<std::string>("(not sent)") : it->second;
 }
 
+// How writer call `call` sends a list entry `name_0` after the parser has
+// stored `value` for it alone into a fresh image (list writers number the
+// filled entries from 0, so the entry's own number says nothing of where it
+// came from).
+inline std::optional<std::string> sent_alone(uint32_t max_ports, std::size_t call, const std::string &path,
+                                             const std::string &name_0, const std::optional<std::string> &value)
+{
+    const image_ptr fresh = fresh_image(max_ports);
+    return sent_after_storing(*fresh, call, param_key{path, name_0, 0}, value);
+}
+
 // Whether field 6 (the sixth blank-separated word) of a dial-plan rule line
 // holds a double quote between its enclosing ones.
 inline bool quote_inside_field6(const std::string &rule)
@@ -228,7 +239,7 @@ inline const char *excused(const cfg_image_t &image_a, std::size_t call, const p
     if (zero && sent_after_storing(image_a, call, key, a) == b)
         return "zero fill of a member no message set, replaced by the parser's default";
     if (a && std::get<0>(key).ends_with(".dialplan") && std::get<1>(key).starts_with("dialplan_") &&
-        quote_inside_field6(*a) && sent_after_storing(image_a, call, key, a) == b)
+        quote_inside_field6(*a) && sent_alone(image_a.max_ports, call, std::get<0>(key), "dialplan_0", a) == b)
         return "double quote inside field 6 of a dial-plan rule, which the rule text cannot carry";
     return nullptr;
 }
