@@ -202,6 +202,32 @@ inline bool quote_inside_field6(const std::string &rule)
     return false;
 }
 
+// Whether the VTU rule that param `name` ("vtu<rule>.<field>") belongs to
+// is out of use in `image`.
+inline bool vtu_rule_unused(const cfg_image_t &image, const std::string &name)
+{
+    if (!name.starts_with("vtu"))
+        return false;
+    char *end = nullptr;
+    const unsigned long rule = std::strtoul(name.c_str() + 3, &end, 10);
+    return end != name.c_str() + 3 && *end == '.' && rule < CFG_VTU_RULES && image.switch_cfg.vtu[rule].valid == 0;
+}
+
+// Whether field 5 (the destination) of a rule line as the writer puts it,
+// one blank between fields, is empty: fields 1 to 4 of a stored rule are
+// never empty and hold no blank.
+inline bool empty_field5(const std::string &rule)
+{
+    std::size_t at = 0;
+    for (int field = 1; field <= 4; ++field) {
+        at = rule.find(' ', at);
+        if (at == std::string::npos)
+            return false;
+        ++at;
+    }
+    return at < rule.size() && rule[at] == ' ';
+}
+
 // THE EXCEPTIONS: what the library deliberately does not give back as
 // written, each with its reason. Everything else that differs is a fault.
 //
@@ -221,13 +247,24 @@ inline bool quote_inside_field6(const std::string &rule)
 //     does not come back, or comes back as anything else, is still caught.
 //     A writer section that no message touched at all is recognised whole:
 //     A sends what a zero-filled image sends, B what the parser makes of it.
-//  3. A dial-plan rule's field 6 that holds a double quote (taken as given
-//     when the text did not open it with one): the writer puts field 6 in
-//     double quotes and the rule text has no escape, so the reader ends it
-//     at its first inner quote. Recognised by the quote inside field 6 of
-//     A's rule and B sending exactly what the parser stores for that rule.
+//  3. A dial-plan rule that the rule text cannot carry, since the text has
+//     no escape and the reader splits it at blanks: a field 6 that holds a
+//     double quote (taken as given when the text did not open it with one),
+//     which the writer puts in double quotes, so the reader ends it at its
+//     first inner quote; or an empty field 5 (a rule text that ended after
+//     its protocol), which the writer leaves between two blanks, so the
+//     reader takes the quoted field 6 for field 5 and every later field one
+//     place early. Recognised by the quote inside field 6 or the empty field
+//     5 of A's rule and B sending exactly what the parser stores for that
+//     rule.
+//  4. The fields of a VTU rule not in use (`valid` 0: its "vid" never came,
+//     came empty, or under a name the handler cannot read): the whole-switch
+//     writer blanks every field of such a rule, so none of them comes back,
+//     while ins_rule_in_vtu sends any rule it is given, in use or not.
+//     Recognised by A's rule being out of use and B sending exactly what
+//     the parser stores for the field's empty value.
 //
-// excused() applies exceptions 2 and 3 to a param of writer call `call` written as
+// excused() applies exceptions 2 to 4 to a param of writer call `call` written as
 // `a` for image A and as `b` for image B: the reason, or nullptr for a
 // fault.
 inline const char *excused(const cfg_image_t &image_a, std::size_t call, const param_key &key,
@@ -239,8 +276,12 @@ inline const char *excused(const cfg_image_t &image_a, std::size_t call, const p
     if (zero && sent_after_storing(image_a, call, key, a) == b)
         return "zero fill of a member no message set, replaced by the parser's default";
     if (a && std::get<0>(key).ends_with(".dialplan") && std::get<1>(key).starts_with("dialplan_") &&
-        quote_inside_field6(*a) && sent_alone(image_a.max_ports, call, std::get<0>(key), "dialplan_0", a) == b)
-        return "double quote inside field 6 of a dial-plan rule, which the rule text cannot carry";
+        (quote_inside_field6(*a) || empty_field5(*a)) &&
+        sent_alone(image_a.max_ports, call, std::get<0>(key), "dialplan_0", a) == b)
+        return "double quote inside field 6 or empty field 5 of a dial-plan rule, which the rule text cannot carry";
+    if (std::get<0>(key) == "config.Switch.vtu" && vtu_rule_unused(image_a, std::get<1>(key)) &&
+        sent_after_storing(image_a, call, key, std::nullopt) == b)
+        return "field of a VTU rule not in use, which the whole-switch writer blanks";
     return nullptr;
 }
 

@@ -149,6 +149,15 @@ def main():
             write_seed(folders["all_parser"], bytes([word0]) + msg[1:])
             write_seed(folders["roundtrip"], bytes([word0]) + msg[1:])
 
+    # Inputs that once found a fault or a rule, kept in fuzz/findings/, so
+    # every run replays them first.
+    findings = os.path.join(os.path.dirname(os.path.abspath(__file__)), "findings")
+    for name in sorted(os.listdir(findings)):
+        with open(os.path.join(findings, name), "rb") as f:
+            found = f.read()
+        write_seed(folders["all_parser"], found)
+        write_seed(folders["roundtrip"], found)
+
     # Dictionary of fuzz_all_parser and fuzz_roundtrip: every path and param
     # name of the example configuration, alone and with its 16-bit length in
     # front.
