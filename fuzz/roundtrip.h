@@ -42,6 +42,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -185,21 +186,32 @@ inline std::optional<std::string> sent_alone(uint32_t max_ports, std::size_t cal
     return sent_after_storing(*fresh, call, param_key{path, name_0, 0}, value);
 }
 
-// Whether field 6 (the sixth blank-separated word) of a dial-plan rule line
-// holds a double quote between its enclosing ones.
+// Field n (from 1) of a dial-plan rule line as the writer puts it, one
+// blank between fields (no stored text field holds a blank), or nothing
+// when the line has fewer fields.
+inline std::optional<std::string_view> written_field(std::string_view rule, int n)
+{
+    for (; n > 1; --n) {
+        const std::size_t blank = rule.find(' ');
+        if (blank == std::string_view::npos)
+            return std::nullopt;
+        rule.remove_prefix(blank + 1);
+    }
+    return rule.substr(0, rule.find(' '));
+}
+
+// Whether field 6 holds a double quote between its enclosing ones.
 inline bool quote_inside_field6(const std::string &rule)
 {
-    std::size_t at = 0;
-    for (int field = 1; field <= 6; ++field) {
-        at = rule.find_first_not_of(' ', at);
-        if (at == std::string::npos)
-            return false;
-        const std::size_t end = std::min(rule.find(' ', at), rule.size());
-        if (field == 6)
-            return end - at > 2 && rule.substr(at + 1, end - at - 2).find('"') != std::string::npos;
-        at = end;
-    }
-    return false;
+    const auto f = written_field(rule, 6);
+    return f && f->size() > 2 && f->substr(1, f->size() - 2).find('"') != std::string_view::npos;
+}
+
+// Whether field 5, the destination, is empty.
+inline bool empty_field5(const std::string &rule)
+{
+    const auto f = written_field(rule, 5);
+    return f && f->empty();
 }
 
 // Whether the VTU rule that param `name` ("vtu<rule>.<field>") belongs to
@@ -211,21 +223,6 @@ inline bool vtu_rule_unused(const cfg_image_t &image, const std::string &name)
     char *end = nullptr;
     const unsigned long rule = std::strtoul(name.c_str() + 3, &end, 10);
     return end != name.c_str() + 3 && *end == '.' && rule < CFG_VTU_RULES && image.switch_cfg.vtu[rule].valid == 0;
-}
-
-// Whether field 5 (the destination) of a rule line as the writer puts it,
-// one blank between fields, is empty: fields 1 to 4 of a stored rule are
-// never empty and hold no blank.
-inline bool empty_field5(const std::string &rule)
-{
-    std::size_t at = 0;
-    for (int field = 1; field <= 4; ++field) {
-        at = rule.find(' ', at);
-        if (at == std::string::npos)
-            return false;
-        ++at;
-    }
-    return at < rule.size() && rule[at] == ' ';
 }
 
 // THE EXCEPTIONS: what the library deliberately does not give back as
