@@ -44,12 +44,15 @@ TEST(RoundTrip, EverySampleAtSeveralPortCounts)
 // registering profile sends its account block, whose zero fill no message
 // set (exception 2); a rule field 6 holding a quote or an empty field 5
 // (exception 3); fields of a VTU rule whose vid came empty or never
-// (exception 4).
+// (exception 4); a rule whose protocol names no kind over one that did,
+// then a rule after it (exception 5).
 TEST(RoundTrip, ExceptionsParamByParam)
 {
     for (const char *text : {"[config.VOIP.profile.profile_6.sip]\n mode = 1\n",
                              "[config.VOIP.profile.profile_2.dialplan]\n dialplan_0 = 2 4 0 sip d y\"x 0 0 0 + 0\n",
                              "[config.VOIP.profile.profile_4.dialplan]\n dialplan_0 = 2XXX 4 0 sip\n",
+                             "[config.VOIP.profile.profile_3.dialplan]\n dialplan_1 = 8X 11 0 sip \"proxy\" \"8\" 1 0 0 + 0\n"
+                             " dialplan_1 = 9X 12 0 soxy \"8\" 1 0 0 + 0\n dialplan_2 = 7X 3 0 h323 x \"\" 0 0 0 + 0\n",
                              "[config.Switch.vtu]\n vtu1.vid =\n vtu1.port0 = 2\n vtu4.sfp1 = 3\n"})
         EXPECT_EQ(roundtrip::check(cfgmsg::message_from_text(text).data()), "") << text;
 }
