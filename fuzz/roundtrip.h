@@ -28,6 +28,7 @@
 // written, are all listed at `excused` below with their reasons.
 #pragma once
 
+#include "check.h"
 #include "msgtext.h"
 #include "writer_families.h"
 
@@ -55,15 +56,6 @@ struct image_free {
     void operator()(cfg_image_t *image) const noexcept { std::free(image); }
 };
 using image_ptr = std::unique_ptr<cfg_image_t, image_free>;
-
-// Header word 0, which the parser does not read, picks max_ports.
-inline uint32_t max_ports_of(const uint8_t *message) noexcept
-{
-    uint32_t word0 = 0;
-    for (int i = 3; i >= 0; --i)
-        word0 = (word0 << 8) | message[i]; // little-endian
-    return word0 == 0 ? CFG_MAX_PORTS : word0 - 1;
-}
 
 inline image_ptr fresh_image(uint32_t max_ports)
 {
@@ -323,7 +315,7 @@ inline std::vector<std::pair<std::string, uint32_t>> list_counts(const cfg_image
 // first fault found.
 inline std::string check(const uint8_t *message)
 {
-    const uint32_t max_ports = max_ports_of(message);
+    const uint32_t max_ports = fuzz::max_ports_of(message);
     const image_ptr a = fresh_image(max_ports);
     all_parser(a.get(), message);
     forget_rules_without_protocol(*a);                    // exception 5
