@@ -264,7 +264,6 @@ inline void forget_rules_without_protocol(cfg_image_t &image)
 //     while ins_rule_in_vtu sends any rule it is given, in use or not.
 //     Recognised by A's rule being out of use and B sending exactly what
 //     the parser stores for the field's empty value.
-//
 //  5. A dial-plan rule whose protocol (field 4) is none of the four protocol
 //     words: such a rule text leaves the kind of the entry as it was, so
 //     the entry keeps the kind of a rule stored under its number before
@@ -274,9 +273,9 @@ inline void forget_rules_without_protocol(cfg_image_t &image)
 //     taken out of image A (kind 0, the lists recounted) before its writers
 //     run, like exception 1.
 //
-// excused() applies exceptions 2 to 4 to a param of writer call `call` written as
-// `a` for image A and as `b` for image B: the reason, or nullptr for a
-// fault.
+// excused() applies exceptions 2 to 4 to a param of writer call `call`
+// written as `a` for image A and as `b` for image B: the reason, or nullptr
+// for a fault.
 inline const char *excused(const cfg_image_t &image_a, std::size_t call, const param_key &key,
                            const std::optional<std::string> &a, const std::optional<std::string> &b)
 {
