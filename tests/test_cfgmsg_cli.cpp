@@ -59,10 +59,12 @@ protected:
         return file(name, std::string(bytes.begin(), bytes.end()));
     }
 
-    // Runs cfgmsg with `args`; standard output and error go to files.
-    result run(const std::vector<std::string> &args) const {
+    // Runs cfgmsg with `args` (after the shell commands `shell`, if any);
+    // standard output and error go to files.
+    result run(const std::vector<std::string> &args, const std::string &shell = "") const {
         const fs::path out = dir_ / "stdout", err = dir_ / "stderr";
         std::vector<std::string> words;
+        if (!shell.empty()) words = {"/bin/sh", "-c", shell + "exec \"$@\"", "sh"};
 #ifdef CFGMSG_RUNNER
         // Cross-built: the tool runs under the emulator that runs these tests.
         for (const char *word : {CFGMSG_RUNNER}) words.emplace_back(word);
@@ -105,76 +107,96 @@ std::string framed(std::uint32_t declared, const std::string &body) {
     return m + body;
 }
 
-// One row per kind of outcome of each command family; the decoder's own
-// reasons are MsgText.ReportsMalformedWireWithOffset, missing nodes and
-// params of get and set BadInputOfEveryCommand.
+// Exit status by command, as grep's: 0 yes, 1 no (finding, difference,
+// absent node or param), 2 trouble (usage, unreadable or malformed input);
+// the decoder's own reasons are MsgText.ReportsMalformedWireWithOffset,
+// each kind of bad input BadInputOfEveryCommand.
 TEST_F(CfgmsgCli, ExitCodesAndMessages) {
-    const std::string sample = example("sample.msg").string();
+    const std::string sample = example("sample.msg").string(), out = (dir_ / "out").string();
     // Body length 5: operation byte, then a path length of 16 with 2 bytes left.
     const std::string bad_node = file("bad-node.msg", framed(5, std::string("\x02\x10\x00" "a\x00", 5))).string();
     const std::string trailing = file("trailing.msg", framed(1, "\x02xyz")).string();
+    const std::string groups = file("groups.txt", "[config.VOIP.groups.group_0]\nports = 0,8\n").string();
     struct row { std::vector<std::string> args; int status; std::string out, err; }; // out, err: parts of standard output, error
     const std::vector<row> rows = {
         {{}, 2, "", "missing command"}, {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
         {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""}, {{"--version"}, 0, "cfgmsg 0.", ""},
+        {{"--version", "extra"}, 2, "", "--version takes nothing after it"},
         {{"decode", "--help"}, 0, "usage: cfgmsg decode [--json] [--redact] FILE", ""},
         {{"encode", "-h"}, 0, "usage: cfgmsg encode [--json] FILE", ""},
         // The reader's own checks: an endless input, bytes past the body; the decoder's place in hex.
-        {{"decode", "/dev/zero"}, 1, "", "/dev/zero: malformed message at byte offset 4 (0x4): body length 0"},
-        {{"decode", trailing}, 1, "", "byte offset 13 (0xd): the input goes on after the 1-byte body"},
-        {{"apply", bad_node}, 1, "", bad_node + ": malformed message at byte offset 13 (0xd): node 1"},
-        {{"decode", example("sample.txt")}, 1, "", "sample.txt: this looks like the text form of a message, not a binary"},
+        {{"decode", "/dev/zero"}, 2, "", "/dev/zero: malformed message at byte offset 4 (0x4): body length 0"},
+        {{"decode", trailing}, 2, "", "byte offset 13 (0xd): the input goes on after the 1-byte body"},
+        {{"apply", bad_node}, 2, "", bad_node + ": malformed message at byte offset 13 (0xd): node 1"},
+        {{"decode", example("sample.txt")}, 2, "", "sample.txt: this looks like the text form of a message, not a binary"},
         {{"apply"}, 2, "", "apply: missing FILE"}, {{"decode", sample, sample}, 2, "", "decode: expects one FILE"},
         {{"diff", sample}, 2, "", "diff: expects two FILEs"}, {{"get", sample, "a", "b", "c"}, 2, "", "get: expects FILE [PATH [PARAM]]"},
         {{"diff", "-", "-"}, 2, "", "diff: '-' (standard input) given twice"},
-        {{"apply", "--ports", "73", sample}, 2, "", "--ports wants a number from 0 to 72, not '73'"},
+        {{"apply", "--ports", "73", sample}, 2, "", "--ports wants a number from 1 to 72, not '73'"},
+        {{"apply", "--ports", "0", sample}, 2, "", "--ports wants a number from 1 to 72, not '0'"},
+        {{"apply", "--ports", "72", sample}, 0, "max_ports 72", ""},
+        // The library's trace lines, passed on with the file and node they concern.
+        {{"apply", "--ports", "1", groups}, 0, "max_ports 1", groups + ": [config.VOIP.groups.group_0]: "},
         {{"apply", sample, "--ports"}, 2, "", "option '--ports' needs a value"},
         {{"decode", "--ports", "8", sample}, 2, "", "decode: unknown option '--ports'"},
         {{"decode", "--json=yes", sample}, 2, "", "decode: option '--json' takes no value"},
-        {{"set", sample, "a.b=1"}, 2, "", "set: -o OUT is required"}, {{"set", sample, "-o", "x"}, 2, "", "set: nothing to change"},
-        {{"set", sample, "-o", "x", "ab=1"}, 2, "", "set: 'ab=1' is not PATH.PARAM=VALUE"},
+        {{"set", sample, "a.b=1"}, 2, "", "set: -o OUT or -i is required"}, {{"set", sample, "-o", "x"}, 2, "", "set: nothing to change"},
+        {{"set", sample, "-o", "", "a.b=1"}, 2, "", "set: -o '': the output file name is empty"},
+        {{"set", sample, "-i", "-o", out, "a.b=1"}, 2, "", "give -o OUT or -i, not both"},
+        {{"set", "-", "-i", "a.b=1"}, 2, "", "FILE must not be '-'"},
+        {{"set", sample, "-o", out, "a.b\nc.d=1"}, 2, "", "set: 'a.b\\nc.d=1': the path holds a line break (at character 4)"},
+        {{"set", sample, "-o", out, "a.b=x\ny"}, 2, "", "set: 'a.b=x\\ny': the value holds a line break (at character 2)"},
+        {{"set", sample, "-o", out, std::string(65536, 'p') + ".b=1"}, 2, "", "the path is longer than 65535 bytes"},
+        {{"set", sample, "-o", out, "ab=1"}, 2, "", "set: 'ab=1' is not PATH.PARAM=VALUE"},
         {{"set", sample, "-o", "x", "--format", "xml", "a.b=1"}, 2, "", "--format wants binary, text or json"},
         {{"set", sample, "-o", "x", "--unset", "ab"}, 2, "", "--unset wants PATH.PARAM, not 'ab'"},
+        {{"set", sample, "-o", out, "--delete-node", "a.b"}, 1, "", sample + ": no node [a.b] to delete"},
+        // Values checked with the key tables: a warning, or with --strict a refusal (nothing written).
+        {{"set", sample, "-o", out, "--strict", "config.VOIP.ports.port_1.category=300"}, 1, "", "port_1.category: stored as \"10\""},
+        {{"set", sample, "-o", out, "--strict", "config.VOIP.ports.port_1.nokey=3"}, 1, "", "no such key"},
+        {{"set", sample, "-o", "-", "--strict", "config.VOIP.ports.port_1.categoryX=3"}, 0, "", ""}, // longer than its key
+        {{"set", sample, "-o", "-", "config.VOIP.ports.port_1.category=300"}, 0, "", "warning: config.VOIP.ports.port_1.category"},
+        {{"set", sample, "-o", (dir_ / "no-dir" / "x.msg").string(), "a.b=1"}, 2, "", "cannot create a file in " + dir_.string()},
         {{"decode", sample}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
-        {{"decode", "--redact", sample}, 0, "    password = ***\n", ""},
-        {{"get", "--redact", sample, "config.VOIP.h323", "password"}, 0, "***\n", ""},
         {{"get", sample, "config.VOIP.h323", "password"}, 0, "s3cret\n", ""},
         {{"get", sample, "config.VOIP.h323"}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
         {{"get", sample}, 0, "config.VOIP.h323\nconfig.VOIP.range\n", ""},
-        {{"apply", "--ports", "0", sample}, 0, "max_ports 0", ""},
-        {{"apply", "--redact", example("full-config.msg")}, 0, "    rocommunity = ***\n", ""},
-        {{"diff", "--redact", sample, example("full-config.msg")}, 1, "-    password = ***\n+    password = ***\n", ""},
+        {{"get", file("bom.txt", "\xEF\xBB\xBF[a]\nx = 1\n").string()}, 0, "a\n", ""},
+        {{"get", sample, "config.VOIP.h323", "nope"}, 1, "", "no param 'nope' in [config.VOIP.h323]"},
+        {{"diff", sample, sample}, 0, "", ""}, {{"diff", sample, example("full-config.msg")}, 1, "-    password = s3cret\n", ""},
+        {{"check", example("sample.msg")}, 0, "", ""}, {{"check", example("check-findings.txt")}, 1, "out of range", ""},
+        {{"schema", "config.VOIP.ports.port_72"}, 1, "", "no node path begins with"}, {{"schema", "a", "b"}, 2, "", "expects at most one PATH"},
+        {{"schema", "--frobnicate"}, 2, "", "unknown option"}, {{"check"}, 2, "", "missing FILE"},
     };
     for (const row &r : rows) {
         std::string joined;
         for (const std::string &a : r.args) joined += " " + a;
-        SCOPED_TRACE("cfgmsg" + joined);
+        SCOPED_TRACE("cfgmsg" + joined.substr(0, 200));
         const result got = run(r.args);
         EXPECT_EQ(got.status, r.status) << got.err;
         EXPECT_NE(got.out.find(r.out), std::string::npos) << got.out.substr(0, 200);
         EXPECT_NE(got.err.find(r.err), std::string::npos) << got.err;
-        if (r.status == 0 && r.args.size() > 1 && r.args[1] != "--help") {
+        if (r.status == 0 && r.err.empty() && r.args.size() > 1 && r.args[1] != "--help") {
             EXPECT_EQ(got.err, "");
         }
         if (r.status != 0 && r.args.size() > 1 && r.out.empty()) {
             EXPECT_EQ(got.out, "") << "nothing printed on failure";
         }
-        if (r.args.size() > 1 && r.args[1] == "--redact") {
-            EXPECT_EQ(got.out.find("s3cret"), std::string::npos);
-            EXPECT_EQ(got.out.find("Ipsec-psk-0123"), std::string::npos);
-        }
+        EXPECT_FALSE(fs::exists(out));
     }
 }
 
 // Every command given each kind of bad input: one line on standard error
-// that starts with the file's name and names the place, the command's
-// trouble status, nothing on standard output, no output file.
+// that starts with the file's name and names the place, exit 2 (1 for an
+// absent node or param), nothing on standard output, no output file.
 TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
     struct kind { std::string name, bytes, place; };
     const std::vector<kind> kinds = {
         {"missing", "", ": cannot open: No such file"}, {"empty", "", ": empty file"},
         {"truncated", framed(9, std::string("\x02\x03\x00" "abc\x00\x00", 8)), ": malformed message at byte offset"},
+        {"random", "\xb7\x9f!(\xe8\x97\x92\xca\xfe\x81\x92\xa0xyz", ": malformed message at byte offset 4"},
         {"bad-text", "[a]\nx = 1\nnot a param\n", ":3: expected '[path]'"},
+        {"header-twice", "operation = 2\n\noperation = 3\n", ":3: operation given twice (first on line 1)"},
         {"bad-json", "{\"nodes\": [\n  {\"path\": 1}]}", ": bad JSON at /nodes/0/path: expected a string"},
         {"bad-syntax", "{\n\"nodes\": [}", ": bad JSON at line 2, column 11: syntax error"},
         {"nul-in-text", std::string("[a]\nx = 1\ny = 2\n\0", 17), ": a NUL byte at offset 16"},
@@ -184,15 +206,15 @@ TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
     const std::string out = (dir_ / "out.msg").string();
     for (const kind &k : kinds) {
         const std::string f = k.name == "missing" ? (dir_ / "missing").string() : file(k.name, k.bytes).string();
-        const bool binary = k.name == "truncated";
+        const bool binary = k.name == "truncated" || k.name == "random";
         for (const std::vector<std::string> &args : std::vector<std::vector<std::string>>{
-                 {"decode", f}, {"encode", f}, {"apply", f}, {"diff", f, f}, {"get", f, "b", "y"},
+                 {"decode", f}, {"encode", f}, {"apply", f}, {"diff", f, f}, {"check", "--json", f}, {"get", f, "b", "y"},
                  {"set", f, "-o", out, "--unset", "b.y"}}) {
             const bool node_check = k.name == "no-node" || k.name == "no-param";
             if (node_check && args[0] != "get" && args[0] != "set") continue;
             SCOPED_TRACE(args[0] + " " + k.name);
             const result got = run(args);
-            EXPECT_EQ(got.status, args[0] == "diff" ? 2 : 1) << got.err;
+            EXPECT_EQ(got.status, node_check ? 1 : 2) << got.err;
             EXPECT_EQ(got.out, "");
             EXPECT_FALSE(fs::exists(out));
             ASSERT_EQ(got.err.rfind("cfgmsg: " + f, 0), 0u) << got.err;
@@ -202,23 +224,96 @@ TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
             EXPECT_NE(got.err.find(other_form ? ": this looks like " : k.place), std::string::npos) << got.err.substr(0, 200);
         }
     }
-    // set: bad values and places to write; nothing written, nothing left behind.
-    const std::string sample = example("sample.msg").string();
-    for (const auto &[args, reason] : std::vector<std::pair<std::vector<std::string>, std::string>>{
-             {{"-o", out, "a.b=x\ny"}, "set: 'a.b=x\\ny': the value holds a line break (at character 2)"},
-             {{"-o", out, std::string(65536, 'p') + ".b=1"}, "the path is longer than 65535 bytes"},
-             {{"-o", out, "--delete-node", "a.b"}, sample + ": no node [a.b] to delete"},
-             {{"-o", (dir_ / "no-dir" / "x.msg").string(), "a.b=1"}, "cannot create a file in " + dir_.string()},
-         }) {
-        std::vector<std::string> full{"set", sample};
-        full.insert(full.end(), args.begin(), args.end());
-        const result got = run(full);
-        EXPECT_EQ(got.status, 1);
-        EXPECT_NE(got.err.find(reason), std::string::npos) << got.err;
-        EXPECT_FALSE(fs::exists(out));
-    }
     for (const auto &entry : fs::directory_iterator(dir_))
         EXPECT_NE(entry.path().filename().string()[0], '.') << "temporary file left: " << entry.path();
+}
+
+// set -o OUT for each kind of file at OUT: a regular file is replaced
+// keeping its owner, group and mode, a link writes the file it names, a
+// FIFO or a device is written through; no temporary file stays, not even
+// when a signal ends the run.
+TEST_F(CfgmsgCli, WritesEachKindOfFile) {
+    const std::string sample = example("sample.msg").string(), edit = "config.VOIP.h323.enableh323=0";
+    const std::string edited = run({"set", sample, "-o", "-", edit}).out;
+    const fs::path reg = file("reg.msg", "old"), target = file("target.msg", "old"), fifo = dir_ / "fifo";
+    ASSERT_EQ(chmod(reg.c_str(), 0640), 0);
+    const bool root = geteuid() == 0;  // then the file is another user's
+    ASSERT_TRUE(!root || chown(reg.c_str(), 4321, 4322) == 0);
+    fs::create_symlink("target.msg", dir_ / "link.msg");
+    fs::create_symlink("new.msg", dir_ / "dangling.msg");
+    fs::create_directories(dir_ / "sub" / "ro");
+    fs::permissions(dir_ / "sub" / "ro", fs::perms::owner_read | fs::perms::owner_exec);
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    const int reader = open(fifo.c_str(), O_RDONLY | O_NONBLOCK);  // so that the writer's open returns
+    struct row { std::vector<std::string> out; int status; fs::path written; };
+    for (const row &r : std::vector<row>{
+             {{"-o", reg}, 0, reg}, {{"-o", dir_ / "link.msg"}, 0, target}, {{"-o", dir_ / "dangling.msg"}, 0, dir_ / "new.msg"},
+             {{"-o", "/dev/null"}, 0, ""}, {{"-o", fifo}, 0, ""}, {{"-o", dir_ / "sub"}, 2, ""},
+             {{"-o", dir_ / "sub" / "ro" / "x.msg"}, root ? 0 : 2, root ? dir_ / "sub" / "ro" / "x.msg" : ""}}) {
+        SCOPED_TRACE(r.out.back());
+        std::vector<std::string> args{"set", sample, edit};
+        args.insert(args.end(), r.out.begin(), r.out.end());
+        const result got = run(args);
+        EXPECT_EQ(got.status, r.status) << got.err;
+        EXPECT_TRUE(r.written.empty() || slurp(r.written) == edited);
+    }
+    struct stat st {};
+    ASSERT_EQ(stat(reg.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 07777, 0640u);
+    EXPECT_TRUE(!root || std::pair(st.st_uid, st.st_gid) == std::pair(4321u, 4322u)) << st.st_uid << ":" << st.st_gid;
+    EXPECT_TRUE(fs::is_symlink(dir_ / "link.msg") && fs::is_character_file("/dev/null") && fs::is_fifo(fifo));
+    std::string piped(edited.size() + 1, '\0');
+    EXPECT_EQ(read(reader, piped.data(), piped.size()), static_cast<ssize_t>(edited.size()));
+    close(reader);
+    EXPECT_EQ(piped.substr(0, edited.size()), edited);
+    // -i edits FILE in place; a file size limit (SIGXFSZ) ends the run midway.
+    ASSERT_EQ(run({"set", "-i", (dir_ / "link.msg").string(), "config.VOIP.h323.enableh323=7"}).status, 0);
+    EXPECT_EQ(run({"get", target.string(), "config.VOIP.h323", "enableh323"}).out, "7\n");
+    const std::string full = example("full-config.msg").string();
+    EXPECT_EQ(run({"set", full, "-o", target.string(), edit}, "ulimit -f 8; ").status, -1) << "killed by SIGXFSZ";
+    EXPECT_EQ(run({"get", target.string(), "config.VOIP.h323", "enableh323"}).out, "7\n");
+    for (const auto &entry : fs::recursive_directory_iterator(dir_))
+        EXPECT_NE(entry.path().filename().string()[0], '.') << "temporary file left: " << entry.path();
+    fs::permissions(dir_ / "sub" / "ro", fs::perms::owner_all);
+}
+
+// Each secret param, in each form the tool prints, shows as ***: passwords,
+// keys, secrets, communities, and the password word of an SNMP user line
+// in every spacing the library reads (sscanf's white space).
+TEST_F(CfgmsgCli, RedactsEverySecretInEveryForm) {
+    const std::string secret = "Secret" + std::string(300, 'x');  // longer than any field: check reports it
+    std::string text;
+    for (const auto &[path, name] :
+         {std::pair{"config.VOIP.h323", "password"}, {"config.VOIP.ports.port_1", "auth_pass"},
+          {"config.VOIP.groups.group_2", "password"}, {"config.VOIP.profile.profile_3.sip", "password"},
+          {"config.Network.network", "PPPOE_PASSWORD"}, {"config.Network.network", "PPTP_PASSWORD"},
+          {"config.Network.network", "RADIUS_SECRET"}, {"config.Network.network", "AUTOUPDATE_PASS"},
+          {"config.Network.snmp", "rocommunity"}, {"config.Network.snmp", "rwcommunity"},
+          {"config.Network.snmp", "trap_community"}, {"config.Network.IPSec", "PreshareKey"},
+          {"config.Network.TR069", "Password"}, {"config.Network.TR069", "ConnectionRequestPassword"}})
+        text += std::string("[") + path + "]\n" + name + " = " + secret + "\n";
+    const std::string users[] = {"monitor\\tSecret-1\\tauthPriv", "\\x20monitor Secret-2 authPriv",
+                                 "monitor \\t Secret-3\\n authPriv\\x20", std::string(45, 'u') + " Secret-4 authPriv"};
+    for (const std::string &user : users) text += "[config.Network.snmp_users]\nuser_0 = " + user + "\n";
+    const std::string msg = file("secrets.txt", text).string(), none = file("none.txt", "operation = 2\n").string();
+    ASSERT_NE(run({"check", msg}).out.find("Secret"), std::string::npos) << "check shows values unless told";
+    std::vector<std::vector<std::string>> forms = {
+        {"decode", "--redact", message("secrets.msg", text).string()}, {"decode", "--json", "--redact", (dir_ / "secrets.msg").string()},
+        {"apply", "--redact", msg}, {"apply", "--json", "--redact", msg}, {"check", "--redact", msg},
+        {"check", "--json", "--redact", msg}, {"diff", "--redact", msg, none}, {"get", "--redact", msg, "config.Network.network"},
+        {"get", "--redact", msg, "config.Network.snmp_users", "user_0"}, {"get", "--redact", msg, "config.Network.TR069", "Password"},
+        // set warns of a value cut to its field, refuses it with --strict, or a line break in it
+        {"set", none, "-o", dir_ / "o", "config.VOIP.h323.password=" + secret},
+        {"set", none, "-o", dir_ / "o", "--strict", "config.Network.snmp.rocommunity=" + secret},
+        {"set", none, "-o", dir_ / "o", "config.Network.IPSec.PreshareKey=Secret\n"}};
+    for (const std::vector<std::string> &args : forms) {
+        SCOPED_TRACE(args[0] + " " + args[1]);
+        const result got = run(args);
+        EXPECT_EQ((got.out + got.err).find("Secret"), std::string::npos) << got.out << got.err;
+        EXPECT_NE((args[0] == "set" ? got.err : got.out).find(args[0] == "set" ? "cfgmsg: " : "***"), std::string::npos);
+    }
+    EXPECT_NE(run({"decode", "--redact", (dir_ / "secrets.msg").string()}).out.find("user_0 = monitor\\t***\\tauthPriv"),
+              std::string::npos) << "the user name and level stay";
 }
 
 // decode --json | encode gives back every example message byte for byte,
@@ -228,6 +323,8 @@ TEST_F(CfgmsgCli, JsonAndTextComeBackToTheSameMessage) {
         if (entry.path().extension() != ".msg") continue;
         const std::string msg = entry.path().string();
         SCOPED_TRACE(msg);
+        const fs::path txt = fs::path(entry.path()).replace_extension(".txt");  // its text form
+        EXPECT_TRUE(!fs::exists(txt) || run({"encode", txt.string()}).out == slurp(msg));
         for (const char *form : {"--json", "--redact"}) {
             const result dec = run({"decode", form, msg});
             ASSERT_EQ(dec.status, 0) << dec.err;
@@ -243,16 +340,22 @@ TEST_F(CfgmsgCli, JsonAndTextComeBackToTheSameMessage) {
     }
 }
 
-// set: edits land where documented, the output keeps the input's form (or
-// takes --format), decodes with its new body length, and may replace FILE.
+// set: edits land where documented and change only their own lines of a
+// text FILE; the output keeps the input's form (or takes --format), decodes
+// with its new body length, and may replace FILE; paths that get prints
+// with escapes are taken back.
 TEST_F(CfgmsgCli, SetEditsAMessage) {
-    const fs::path text = file("in.txt", "header0 = 0x5\n[a]\nx = 1\ny = 2\nx = 3\n[b]\nz = 4\n[a]\nw = 5\n");
+    const fs::path text = file("in.txt", "# gateway 7\nheader0 = 0x5\n[a]\n  x = 1\n  y = 2\n\n# the second x\nx = 3\n"
+                                         "[b]\nz = 4\n[a]\nw = 5\n[conf\\xf2g.x]\np = \\xf2\n");
     const fs::path out = dir_ / "out";
     const result got = run({"set", text.string(), "-o", out.string(), "a.x=9", "a.v=", "c.n=new value",
-                            "--unset", "a.y", "--delete-node", "b"});
+                            "--unset", "a.y", "--delete-node", "b", "--delete-node", "conf\\xf2g.x"});
     ASSERT_EQ(got.status, 0) << got.err;
-    EXPECT_EQ(slurp(out), "# body length 54, 3 nodes\nheader0 = 0x00000005\nheader2 = 0x00000000\noperation = 2\n\n"
-                          "[a]\n    x = 9\n    x = 9\n\n[a]\n    w = 5\n    v =\n\n[c]\n    n = new value\n");
+    EXPECT_EQ(slurp(out), "# gateway 7\nheader0 = 0x5\n[a]\n  x = 9\n\n# the second x\nx = 9\n[a]\nw = 5\nv =\n\n[c]\n"
+                          "    n = new value\n");
+    EXPECT_EQ(run({"get", text.string()}).out, "a\nb\nconf\\xf2g.x\n");
+    EXPECT_EQ(run({"get", text.string(), "conf\\xf2g.x", "p"}).out, "\xf2\n");
+    EXPECT_NE(run({"set", text.string(), "-o", "-", "--format", "json", "a.x=1"}).err.find("is not UTF-8"), std::string::npos);
     for (const char *format : {"json", "binary"}) {
         ASSERT_EQ(run({"set", out.string(), "-o", out.string(), "--format", format, "a.w=6"}).status, 0);
         EXPECT_EQ(run({"get", out.string(), "a", "w"}).out, "6\n");
@@ -278,17 +381,6 @@ TEST_F(CfgmsgCli, FullSampleIsAFixedPoint) {
     const result same = run({"diff", example("full-config.msg").string(), again.string()});
     EXPECT_EQ(same.status, 0) << same.out;
     EXPECT_EQ(same.out, "");
-
-    // apply --json holds the same message as the text: both encode to the same bytes.
-    const result json = run({"apply", "--json", example("full-config.msg").string()});
-    ASSERT_EQ(json.status, 0) << json.err;
-    EXPECT_TRUE(run({"encode", file("applied.json", json.out).string()}).out == encoded.out);
-}
-TEST_F(CfgmsgCli, FullSampleTextAndMessageAgree) {
-    // examples/full-config.msg is the encoding of examples/full-config.txt.
-    const std::string text = slurp(example("full-config.txt"));
-    const std::vector<std::uint8_t> bytes = cfgmsg::message_from_text(text);
-    EXPECT_EQ(std::string(bytes.begin(), bytes.end()), slurp(example("full-config.msg")));
 }
 
 // ---- schema, check, and the samples' reference output
@@ -307,9 +399,6 @@ TEST_F(CfgmsgCli, SchemaSelectsNodesAndShowsEachRule)
     const result prefix = run_line("schema config.VOIP.ports.port_");
     EXPECT_NE(prefix.out.find("port_def_{0..7}"), std::string::npos);
     EXPECT_NE(prefix.out.find("port_{0..71}"), std::string::npos);
-    for (const auto &[args, status] : {std::pair{"schema config.VOIP.ports.port_72", 1}, {"schema no.such.path", 1},
-                                       {"schema --frobnicate", 2}, {"schema a b", 2}})
-        EXPECT_EQ(run_line(args).status, status) << args;
 
     // JSON: one object per node, params in key order, bounds and defaults.
     const auto nodes = nlohmann::json::parse(run_line("schema --json").out);
@@ -365,28 +454,6 @@ TEST_F(CfgmsgCli, CheckReportsEachKindOfFinding)
     EXPECT_EQ(json[0], nlohmann::json::parse(R"({"file": ")" + findings + R"(", "path": "config.VOIP.ports.port_3",
         "param": "category", "sent": "300", "stored": "10", "reason": "out of range 0..255: default 10 used"})"));
 
-    // A message cut short: where it stopped.
-    const result stopped = run_line("check " + file("cut.msg", slurp(example("full-config.msg")).substr(0, 1000)).string());
-    EXPECT_EQ(stopped.status, 1);
-    EXPECT_NE(stopped.out.find("malformed message at byte offset"), std::string::npos) << stopped.out;
-    for (const auto &[args, status] : {std::pair{"check", 2}, {"check --ports 73 x", 2}, {"check /no/such/file", 1}})
-        EXPECT_EQ(run_line(args).status, status) << args;
-}
-
-// set checks each value with the key tables: a value the library would not
-// store as given is a warning, and with --strict an error that writes nothing.
-TEST_F(CfgmsgCli, SetWarnsOfValuesTheLibraryWouldNotStore)
-{
-    const fs::path out = dir_ / "strict.msg";
-    const std::string set = "set " + example("sample.msg").string() + " -o " + out.string() + " ";
-    for (const auto &[edit, status] : {std::pair{"--strict config.VOIP.ports.port_1.category=300", 1},
-                                       {"--strict config.VOIP.ports.port_1.nokey=3", 1},
-                                       {"--strict config.VOIP.ports.port_1.categoryX=3", 0}, // longer than its key
-                                       {"config.VOIP.ports.port_1.category=300", 0}}) {       // a warning only
-        fs::remove(out);
-        EXPECT_EQ(run_line(set + edit).status, status) << edit;
-        EXPECT_EQ(fs::exists(out), status == 0) << edit;
-    }
 }
 
 }  // namespace

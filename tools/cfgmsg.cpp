@@ -8,15 +8,16 @@
 //                                              section writers send it
 //   cfgmsg diff [--ports N] [--redact] A B     params that differ after applying A and B
 //   cfgmsg get [--redact] FILE [PATH [PARAM]]  a node, or one param's value
-//   cfgmsg set FILE -o OUT [--format F] [--strict] PATH.PARAM=VALUE...
+//   cfgmsg set FILE (-o OUT | -i) [--format F] [--strict] PATH.PARAM=VALUE...
 //              [--unset PATH.PARAM] [--delete-node PATH]
 //
 // Every command reads binary, text or JSON messages (msgload.h); decode
 // takes binary ones only and encode text or JSON. Each command is one row of
 // `commands` below and one run_ function.
 //
-// Exit status: 0 success, 1 bad or unreadable input (or a failed write),
-// 2 usage error; diff exits like diff(1): 0 same, 1 different, 2 trouble.
+// Exit status, as grep's (cli.h): 0 yes, 1 no (finding, difference,
+// absent node or param), 2 trouble (usage, unreadable or malformed input,
+// a failed write).
 // The wire reader is the one of msgtext, not the library's parser, so that a
 // malformed message is reported with its byte offset before the library
 // sees it.
@@ -27,7 +28,10 @@
 #include "msgjson.h"
 #include "msgload.h"
 #include "msgtext.h"
+#include "safe_write.h"
 #include "schema.h"
+#include "textedit.h"
+#include "traced_apply.h"
 #include "value_check.h"
 
 #include <algorithm>
@@ -62,13 +66,13 @@ int fail(int status, const std::string &text) {
 std::optional<loaded_message> load(const std::string &file, std::optional<msg_format> want, unsigned accepts) {
     std::string error;
     auto m = load_message(file, want, error, accepts);
-    if (!m) fail(exit_bad_input, error);
+    if (!m) fail(exit_trouble, error);
     return m;
 }
 
 int write_stdout(std::string_view data) {
     if (std::fwrite(data.data(), 1, data.size(), stdout) != data.size() || std::fflush(stdout) != 0)
-        return fail(exit_bad_input, std::string("cannot write standard output: ") + std::strerror(errno));
+        return fail(exit_trouble, std::string("cannot write standard output: ") + std::strerror(errno));
     return exit_ok;
 }
 
@@ -79,10 +83,6 @@ namespace {
 using namespace cfgmsg::cli;
 using cfgmsg::message;
 using cfgmsg::msg_format;
-
-// diff(1): 0 same, 1 different, 2 trouble.
-constexpr int diff_differ = 1;
-constexpr int diff_trouble = 2;
 
 constexpr const char *main_intro =
     "usage: cfgmsg COMMAND [OPTIONS] FILE...\n"
@@ -98,8 +98,25 @@ constexpr const char *main_outro =
     "form or its JSON form (recognised by content; decode reads binary messages\n"
     "only, encode text or JSON). 'cfgmsg COMMAND --help' describes a command;\n"
     "'cfgmsg --version' prints the version.\n"
-    "Exit status: 0 success, 1 bad or unreadable input, 2 usage error;\n"
-    "diff: 0 same, 1 different, 2 bad input or usage error.\n";
+    "\n"
+    "Exit status of every command, as grep's:\n"
+    "  0  yes: done; check found nothing, diff no difference\n"
+    "  1  no: check found a param not stored as sent, diff a difference, get\n"
+    "     or set a node or param that FILE lacks, set --strict a value refused\n"
+    "  2  trouble: a usage error, an unreadable or malformed FILE, a failed\n"
+    "     write; the reason goes to standard error\n"
+    "\n"
+    "examples:\n"
+    "  cfgmsg decode config.msg                    the message as text\n"
+    "  cfgmsg get config.msg config.VOIP.sip enablesip\n"
+    "                                              one value\n"
+    "  cfgmsg set -i config.msg config.VOIP.sip.enablesip=1\n"
+    "                                              edit in place\n"
+    "  cfgmsg set config.msg -o new.msg --unset config.VOIP.h323.password\n"
+    "  cfgmsg check config.msg                     what the library would not\n"
+    "                                              store as sent\n"
+    "  cfgmsg diff config.msg new.msg              what changed, as stored\n"
+    "  cfgmsg decode --redact config.msg           to share: secrets as ***\n";
 
 constexpr const char *decode_help =
     "usage: cfgmsg decode [--json] [--redact] FILE\n"
@@ -111,7 +128,7 @@ constexpr const char *decode_help =
     "The output is what 'cfgmsg encode' reads, and encodes to the same bytes.\n"
     "The input is read up to the body length that its header declares; a\n"
     "malformed message, one that ends early or goes on after its body, is\n"
-    "reported with the byte offset of the fault (exit 1).\n"
+    "reported with the byte offset of the fault (exit 2).\n"
     "\n"
     "options:\n"
     "  --json    print a JSON document instead: header fields and \"nodes\", each\n"
@@ -131,7 +148,7 @@ constexpr const char *encode_help =
     "'cfgmsg decode --json' from FILE ('-' for standard input) and writes the\n"
     "binary message to standard output, which must not be a terminal; the body\n"
     "length is computed. Text errors are reported as FILE:LINE: reason, JSON\n"
-    "errors as FILE: bad JSON at POSITION: reason (exit 1).\n"
+    "errors as FILE: bad JSON at POSITION: reason (exit 2).\n"
     "\n"
     "text form:\n"
     "  header0 = 0x0        optional header fields before the first node\n"
@@ -161,11 +178,11 @@ constexpr const char *apply_help =
     "image, whose out-of-range values the parser replaces by their defaults).\n"
     "\n"
     "Each FILE (binary, text or JSON) is checked first; a malformed one is\n"
-    "reported with the place of the fault and nothing is printed (exit 1).\n"
+    "reported with the place of the fault and nothing is printed (exit 2).\n"
     "Error lines of the library's trace go to standard error.\n"
     "\n"
     "options:\n"
-    "  --ports N   number of analog ports of the device, 0 to 72 (default 72)\n"
+    "  --ports N   number of analog ports of the device, 1 to 72 (default 72)\n"
     "  --json      print the JSON form of 'cfgmsg decode --json'\n"
     "  --redact    show the values of passwords, keys, secrets and SNMP\n"
     "              communities (and the password word of an SNMP user) as ***\n"
@@ -186,7 +203,7 @@ constexpr const char *diff_help =
     "unreadable input or usage error.\n"
     "\n"
     "options:\n"
-    "  --ports N   number of analog ports of the device, 0 to 72 (default 72)\n"
+    "  --ports N   number of analog ports of the device, 1 to 72 (default 72)\n"
     "  --redact    show secrets as *** (a changed password shows as a *** pair)\n"
     "  --help      this text\n";
 
@@ -199,6 +216,7 @@ constexpr const char *get_help =
     "line of its own (an empty line for a param without a value; one line per\n"
     "occurrence). Without PATH, prints the node paths of FILE, one per line.\n"
     "A node or param that FILE does not have is reported (exit 1).\n"
+    "PATH and PARAM take the escapes that get prints (\\xNN, \\t, \\\\ ...).\n"
     "\n"
     "options:\n"
     "  --redact  show the values of passwords, keys, secrets and SNMP communities\n"
@@ -206,7 +224,7 @@ constexpr const char *get_help =
     "  --help    this text\n";
 
 constexpr const char *set_help =
-    "usage: cfgmsg set FILE -o OUT [--format F] [--strict] [PATH.PARAM=VALUE...]\n"
+    "usage: cfgmsg set FILE (-o OUT | -i) [--format F] [--strict] [PATH.PARAM=VALUE...]\n"
     "                  [--unset PATH.PARAM]... [--delete-node PATH]...\n"
     "\n"
     "Reads the message in FILE (binary, text or JSON) and writes it to OUT\n"
@@ -216,36 +234,51 @@ constexpr const char *set_help =
     "VALUE, or, where there is none, adds PARAM at the end of the last node of\n"
     "PATH, or in a new node at the end of the message. PARAM is the part after\n"
     "the last '.'; 'PATH.PARAM=' sets no value; VALUE is taken as it is and is\n"
-    "one line. The body length is computed anew.\n"
+    "one line. PATH and PARAM take the escapes that get prints (\\xNN ...).\n"
+    "The body length is computed anew. In a text FILE written as text only\n"
+    "the edited lines change: comments, order and blank lines stay.\n"
     "\n"
     "OUT is written in the form of FILE unless --format says otherwise; '-'\n"
-    "is standard output. OUT is written whole to a temporary file beside it\n"
-    "and renamed over OUT, so OUT may name FILE, and a failed or interrupted\n"
-    "run leaves OUT as it was. A node or param to delete that FILE does not\n"
-    "have is reported (exit 1) and nothing is written.\n"
+    "is standard output. A symbolic link OUT is followed to its file. A\n"
+    "regular file is written whole to a temporary file beside it, flushed and\n"
+    "renamed over it with the owner, group and mode of the old file, so OUT\n"
+    "may name FILE (-i), and a failed or interrupted run (SIGINT, SIGTERM)\n"
+    "leaves OUT as it was and no temporary file. A device, FIFO or socket is\n"
+    "written through, never replaced. A node or param to delete that FILE\n"
+    "does not have is reported (exit 1) and nothing is written.\n"
     "\n"
     "Each VALUE is checked against what the library stores for that param;\n"
-    "a value it would not store as given draws a warning on standard error.\n"
+    "a value it would not store as given draws a warning on standard error\n"
+    "(the value of a secret param is never shown there).\n"
     "\n"
     "options:\n"
-    "  -o OUT                 where to write the new message (required)\n"
+    "  -o OUT                 where to write the new message\n"
+    "  -i                     edit FILE in place (the same as -o FILE)\n"
     "  --format F             binary, text or json (default: the form of FILE)\n"
     "  --strict               a value the library would not store as given is\n"
-    "                         an error (exit 1, nothing written)\n"
+    "                         refused (exit 1, nothing written)\n"
     "  --unset PATH.PARAM     remove a param\n"
     "  --delete-node PATH     remove a node\n"
-    "  --help                 this text\n";
+    "  --help                 this text\n"
+    "\n"
+    "Exit status: 0 written, 1 a node or param to remove is absent or a value\n"
+    "refused by --strict (nothing written), 2 usage error, unreadable or\n"
+    "malformed FILE, or OUT could not be written.\n";
 
 // ----------------------------------------------------------- helpers ---
 
 // Prints `msg` as JSON, warning when a string is not UTF-8 (the JSON then
 // does not encode to the same bytes).
-int write_json(const message &msg, const std::string &source) {
+void warn_non_utf8(const message &msg, const std::string &source) {
     if (auto where = cfgmsg::first_non_utf8(msg))
         std::fprintf(stderr,
                      "cfgmsg: warning: %s: %s is not UTF-8 and shows as U+FFFD; this JSON does not encode "
                      "back to the same bytes (the text form does)\n",
                      source.c_str(), where->c_str());
+}
+
+int write_json(const message &msg, const std::string &source) {
+    warn_non_utf8(msg, source);
     return write_stdout(cfgmsg::to_json(msg));
 }
 
@@ -287,20 +320,28 @@ std::optional<message> configuration_after(const std::vector<std::string> &files
         messages.push_back(std::move(*m));
     }
     const cfgmsg::image_ptr image = cfgmsg::fresh_image(opt.ports);
+    for (std::size_t i = 0; i < files.size(); ++i) cfgmsg::apply_traced(*image, messages[i], files[i]);
     message out;
     std::string error;
     bool written;
     {
         const trace_to_stderr quiet;
-        for (const auto &m : messages) cfgmsg::apply_message(*image, m);
         written = cfgmsg::configuration_of(*image, out, error);
     }
     if (!written) {
-        fail(exit_bad_input, "internal error: " + error);
+        fail(exit_trouble, "internal error: " + error);
         return std::nullopt;
     }
     if (redact) cfgmsg::redact(out);
     return out;
+}
+
+// A path or param name given on the command line, with the escapes that
+// get prints undone (a word that holds no valid escape is taken as it is).
+std::string field_arg(std::string_view word) {
+    std::string reason;
+    auto raw = word.find('\\') == std::string_view::npos ? std::nullopt : cfgmsg::unescape_field(word, reason);
+    return raw ? *raw : std::string(word);
 }
 
 std::string node_text(const cfgmsg::node &nd) {
@@ -313,49 +354,18 @@ std::string node_text(const cfgmsg::node &nd) {
     return out;
 }
 
-// Writes `data` to `out` whole or not at all: into a temporary file in the
-// same folder, then renamed over `out` (which keeps its permissions).
+// Writes `data` to `out` (safe_write.h); '-' is standard output.
 int write_file(const std::string &out, const std::string &data) {
     if (out == "-") return write_stdout(data);
-    namespace fs = std::filesystem;
-    const fs::path target(out);
-    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    std::string temp = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
-    const int fd = mkstemp(temp.data());
-    if (fd < 0)
-        return fail(exit_bad_input, out + ": cannot create a file in " + folder.string() + ": " + std::strerror(errno));
-    struct stat st {};
-    mode_t mode;
-    if (stat(out.c_str(), &st) == 0) {
-        mode = st.st_mode & 07777;
-    } else {
-        const mode_t mask = umask(0);
-        umask(mask);
-        mode = 0666 & ~mask;
-    }
-    std::size_t done = 0;
-    while (done < data.size()) {
-        const ssize_t n = ::write(fd, data.data() + done, data.size() - done);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) break;
-        done += static_cast<std::size_t>(n);
-    }
-    const int saved = errno;
-    const bool ok = done == data.size() && fchmod(fd, mode) == 0 && fsync(fd) == 0;
-    const int saved2 = errno;
-    if (close(fd) != 0 || !ok || std::rename(temp.c_str(), out.c_str()) != 0) {
-        const int why = !ok ? (done == data.size() ? saved2 : saved) : errno;
-        unlink(temp.c_str());
-        return fail(exit_bad_input, out + ": cannot write: " + std::strerror(why));
-    }
-    return exit_ok;
+    std::string error;
+    return cfgmsg::safe_write(out, data, error) ? exit_ok : fail(exit_trouble, error);
 }
 
 // ---------------------------------------------------------- commands ---
 
 int run_decode(const options &opt) {
     auto m = load(opt.args[0], std::nullopt, cfgmsg::accept_binary);
-    if (!m) return exit_bad_input;
+    if (!m) return exit_trouble;
     if (opt.redact) cfgmsg::redact(m->msg);
     return opt.json ? write_json(m->msg, opt.args[0]) : write_stdout(cfgmsg::to_text(m->msg));
 }
@@ -365,13 +375,13 @@ int run_encode(const options &opt) {
         return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
     auto m = load(opt.args[0], opt.json ? std::optional(msg_format::json) : std::nullopt,
                   cfgmsg::accept_text | cfgmsg::accept_json);
-    if (!m) return exit_bad_input;
+    if (!m) return exit_trouble;
     return write_stdout(cfgmsg::render(m->msg, msg_format::binary));
 }
 
 int run_apply(const options &opt) {
     auto msg = configuration_after(opt.args, opt, opt.redact);
-    if (!msg) return exit_bad_input;
+    if (!msg) return exit_trouble;
     if (opt.json) return write_json(*msg, "apply");
     return write_stdout("# stored by libcfgparser from " + std::to_string(opt.args.size()) + " message" +
                         (opt.args.size() == 1 ? "" : "s") + ", max_ports " + std::to_string(opt.ports) +
@@ -388,9 +398,9 @@ int run_diff(const options &opt) {
     // Compared as stored, redacted when shown: a changed secret shows as a
     // pair of *** lines.
     auto a = configuration_after({opt.args[0]}, opt, false);
-    if (!a) return diff_trouble;
+    if (!a) return exit_trouble;
     auto b = configuration_after({opt.args[1]}, opt, false);
-    if (!b) return diff_trouble;
+    if (!b) return exit_trouble;
     const std::vector<cfgmsg::param_change> changes = cfgmsg::differences(*a, *b);
     if (changes.empty()) return exit_ok;
     std::string out = "--- " + opt.args[0] + "\n+++ " + opt.args[1] + "\n";
@@ -404,13 +414,13 @@ int run_diff(const options &opt) {
         if (c.in_a) out += param_line('-', c.name, shown(c.a));
         if (c.in_b) out += param_line('+', c.name, shown(c.b));
     }
-    return write_stdout(out) == exit_ok ? diff_differ : diff_trouble;
+    return write_stdout(out) == exit_ok ? exit_no : exit_trouble;
 }
 
 int run_get(const options &opt) {
     const std::string &file = opt.args[0];
     auto m = load(file);
-    if (!m) return exit_bad_input;
+    if (!m) return exit_trouble;
     if (opt.redact) cfgmsg::redact(m->msg);
     std::string out;
     if (opt.args.size() == 1) {
@@ -419,7 +429,8 @@ int run_get(const options &opt) {
             if (seen.insert(nd.path).second) out += cfgmsg::escape(nd.path, cfgmsg::field_kind::path) + '\n';
         return write_stdout(out);
     }
-    const std::string &path = opt.args[1];
+    const std::string path = field_arg(opt.args[1]);
+    const std::string name = opt.args.size() == 3 ? field_arg(opt.args[2]) : "";
     bool node_found = false, param_found = false;
     for (const cfgmsg::node &nd : m->msg.nodes) {
         if (nd.path != path) continue;
@@ -427,12 +438,12 @@ int run_get(const options &opt) {
         if (opt.args.size() == 2) out += node_text(nd);
         else
             for (const cfgmsg::param &p : nd.params)
-                if (p.name == opt.args[2]) param_found = true, out += p.value.value_or("") + '\n';
+                if (p.name == name) param_found = true, out += p.value.value_or("") + '\n';
     }
     const std::string shown = "[" + cfgmsg::escape(path, cfgmsg::field_kind::path) + "]";
-    if (!node_found) return fail(exit_bad_input, file + ": no node " + shown);
+    if (!node_found) return fail(exit_no, file + ": no node " + shown);
     if (opt.args.size() == 3 && !param_found)
-        return fail(exit_bad_input, file + ": no param '" + cfgmsg::escape(opt.args[2], cfgmsg::field_kind::name) +
+        return fail(exit_no, file + ": no param '" + cfgmsg::escape(name, cfgmsg::field_kind::name) +
                                         "' in " + shown);
     return write_stdout(out);
 }
@@ -451,23 +462,32 @@ std::optional<std::string> bad_field(std::string_view what, std::string_view tex
 
 int run_set(const options &opt) {
     const std::string &file = opt.args[0];
-    if (!opt.output) return fail(exit_usage, "set: -o OUT is required (cfgmsg writes over no file unless told)\n"
-                                             "try 'cfgmsg set --help'");
+    if (opt.in_place && (opt.output || file == "-"))
+        return fail(exit_usage, std::string("set: -i edits FILE in place: ") +
+                                    (opt.output ? "give -o OUT or -i, not both" : "FILE must not be '-'"));
+    const std::string out = opt.in_place ? file : opt.output.value_or("");
+    if (!opt.in_place && !opt.output)
+        return fail(exit_usage, "set: -o OUT or -i is required (cfgmsg writes over no file unless told)\n"
+                                "try 'cfgmsg set --help'");
+    if (out.empty()) return fail(exit_usage, "set: -o '': the output file name is empty");
     if (opt.args.size() == 1 && opt.unsets.empty() && opt.delete_nodes.empty())
         return fail(exit_usage, "set: nothing to change: give PATH.PARAM=VALUE, --unset or --delete-node\n"
                                 "try 'cfgmsg set --help'");
     cfgmsg::message_edits edits;
     auto bad = [&](const std::string &arg, const std::string &why) {
-        return fail(exit_bad_input, "set: '" + cfgmsg::escape(arg, cfgmsg::field_kind::value) + "': " + why);
+        return fail(exit_usage, "set: '" + cfgmsg::escape(arg, cfgmsg::field_kind::value) + "': " + why);
     };
     for (const std::string &path : opt.delete_nodes) {
         if (auto why = bad_field("the path", path)) return bad(path, *why);
-        edits.delete_nodes.push_back(path);
+        edits.delete_nodes.push_back(field_arg(path));
     }
     for (const std::string &ref : opt.unsets) {
         cfgmsg::param_ref r;
+        if (auto why = bad_field("PATH.PARAM", ref)) return bad(ref, *why);
         if (!cfgmsg::split_param_ref(ref, r.path, r.name))
             return fail(exit_usage, "set: --unset wants PATH.PARAM, not '" + ref + "'");
+        r.path = field_arg(r.path);
+        r.name = field_arg(r.name);
         edits.unsets.push_back(std::move(r));
     }
     bool refused = false;
@@ -477,27 +497,38 @@ int run_set(const options &opt) {
         cfgmsg::param_set s;
         if (eq == std::string::npos || !cfgmsg::split_param_ref(std::string_view(arg).substr(0, eq), s.path, s.name))
             return fail(exit_usage, "set: '" + arg + "' is not PATH.PARAM=VALUE\ntry 'cfgmsg set --help'");
+        s.path = field_arg(s.path);
+        s.name = field_arg(s.name);
         const std::string_view value = std::string_view(arg).substr(eq + 1);
         if (!value.empty()) s.value = value;
         for (auto [what, text] :
              {std::pair{"the path", std::string_view(s.path)}, {"the param name", s.name}, {"the value", value}})
-            if (auto why = bad_field(what, text)) return bad(arg, *why);
+            if (auto why = bad_field(what, text))
+                return bad(cfgmsg::is_secret(s.path, s.name) ? s.path + "." + s.name + "=***" : arg, *why);
         if (auto warning = cfgmsg::value_warning(s.path, s.name, value)) {
-            std::fprintf(stderr, "cfgmsg: %s%s.%s: %s\n", opt.strict ? "" : "warning: ", s.path.c_str(),
-                         s.name.c_str(), warning->c_str());
+            // What is stored of a secret is the start of it: not shown.
+            if (cfgmsg::is_secret(s.path, s.name) && warning->starts_with("stored as"))
+                warning = "the library would not store this value as given (a secret: not shown; 'cfgmsg schema " +
+                          cfgmsg::escape(s.path, cfgmsg::field_kind::path) + "' gives the rule)";
+            std::fprintf(stderr, "cfgmsg: %s%s.%s: %s\n", opt.strict ? "" : "warning: ",
+                         cfgmsg::escape(s.path, cfgmsg::field_kind::path).c_str(),
+                         cfgmsg::escape(s.name, cfgmsg::field_kind::name).c_str(), warning->c_str());
             refused = refused || opt.strict;
         }
         edits.sets.push_back(std::move(s));
     }
-    if (refused) return exit_bad_input;
+    if (refused) return exit_no;
     auto m = load(file);
-    if (!m) return exit_bad_input;
+    if (!m) return exit_trouble;
     std::string error;
-    if (!cfgmsg::apply_edits(m->msg, edits, error)) return fail(exit_bad_input, file + ": " + error);
     const msg_format f = opt.format.value_or(m->format);
-    if (f == msg_format::binary && *opt.output == "-" && isatty(STDOUT_FILENO))
+    const bool keep_layout = f == msg_format::text && m->format == msg_format::text;
+    const cfgmsg::message before = keep_layout ? m->msg : cfgmsg::message{};
+    if (!cfgmsg::apply_edits(m->msg, edits, error)) return fail(exit_no, file + ": " + error);
+    if (f == msg_format::json) warn_non_utf8(m->msg, file);
+    if (f == msg_format::binary && out == "-" && isatty(STDOUT_FILENO))
         return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
-    return write_file(*opt.output, cfgmsg::render(m->msg, f));
+    return write_file(out, keep_layout ? cfgmsg::edit_text(m->text, before, edits, m->msg) : cfgmsg::render(m->msg, f));
 }
 
 // ------------------------------------------------------------- table ---
@@ -514,7 +545,7 @@ const command commands[] = {
      "                   library's section writers send it (--json, --ports N)\n",
      apply_help, opt_json | opt_ports | opt_redact, 1, SIZE_MAX, "missing FILE", true, exit_usage, run_apply},
     {"diff", "  diff A B         apply A and B and print the params that differ (--ports N)\n", diff_help,
-     opt_ports | opt_redact, 2, 2, "expects two FILEs, A and B", true, diff_trouble, run_diff},
+     opt_ports | opt_redact, 2, 2, "expects two FILEs, A and B", true, exit_trouble, run_diff},
     {"get",
      "  get FILE [PATH [PARAM]]\n"
      "                   print a node, one param's value, or the node paths\n",
@@ -523,12 +554,13 @@ const command commands[] = {
     {"set",
      "  set FILE -o OUT PATH.PARAM=VALUE...\n"
      "                   write FILE with params set, unset or nodes deleted to OUT\n",
-     set_help, opt_output | opt_format | opt_strict | opt_unset | opt_delete_node, 1, SIZE_MAX, "missing FILE",
+     set_help, opt_output | opt_in_place | opt_format | opt_strict | opt_unset | opt_delete_node, 1, SIZE_MAX,
+     "missing FILE",
      false, exit_usage, run_set},
     {"check",
      "  check FILE...    report the params that the library does not store as sent,\n"
      "                   and why (--json, --ports N)\n",
-     cfgmsg::check_help, opt_json | opt_ports, 1, SIZE_MAX, "missing FILE", true, exit_usage, cfgmsg::run_check},
+     cfgmsg::check_help, opt_json | opt_ports | opt_redact, 1, SIZE_MAX, "missing FILE", true, exit_usage, cfgmsg::run_check},
     {"schema",
      "  schema [PATH]    print the parameter reference: every node path and param with\n"
      "                   its kind, bounds, default and length (--json, --markdown)\n",
@@ -561,7 +593,7 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
     optind = 1;
     int c;
     int long_index = -1;
-    while ((c = getopt_long(argc, argv, ":ho:", longs, &long_index)) != -1) {
+    while ((c = getopt_long(argc, argv, ":hio:", longs, &long_index)) != -1) {
         const std::string arg = argv[optind - 1];
         const char *value = optarg;
         bool taken = true;
@@ -575,6 +607,7 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
                 opt.output = value;
             }
             break;
+        case 'i': opt.in_place = taken = allowed(opt_in_place); break;
         case o_json: opt.json = taken = allowed(opt_json); break;
         case o_redact: opt.redact = taken = allowed(opt_redact); break;
         case o_strict: opt.strict = taken = allowed(opt_strict); break;
@@ -594,8 +627,8 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
             char *end = nullptr;
             errno = 0;
             const unsigned long n = std::strtoul(value, &end, 10);
-            if (*value < '0' || *value > '9' || *end != '\0' || errno != 0 || n > CFG_MAX_PORTS)
-                return usage_error(cmd, "--ports wants a number from 0 to 72, not '" + std::string(value) + "'");
+            if (*value < '0' || *value > '9' || *end != '\0' || errno != 0 || n == 0 || n > CFG_MAX_PORTS)
+                return usage_error(cmd, "--ports wants a number from 1 to 72, not '" + std::string(value) + "'");
             opt.ports = static_cast<std::uint32_t>(n);
             break;
         }
@@ -612,7 +645,7 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
         const bool is_long = arg.starts_with("--");
         if (c == '?' && is_long && optopt != 0)
             return usage_error(cmd, "option '" + arg.substr(0, arg.find('=')) + "' takes no value");
-        const std::string shown = c == 'o'                  ? std::string("-o")
+        const std::string shown = c == 'o' || c == 'i'      ? std::string("-") + static_cast<char>(c)
                                   : c != '?'                ? std::string("--") + longs[long_index].name
                                   : is_long || optopt == 0 ? arg
                                                            : std::string("-") + static_cast<char>(optopt);
@@ -631,6 +664,8 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
 int main(int argc, char **argv) {
     if (argc < 2) return fail(exit_usage, "missing command\ntry 'cfgmsg --help'");
     const std::string_view name = argv[1];
+    if ((name == "--version" || name == "--help" || name == "-h" || name == "help") && argc > 2)
+        return fail(exit_usage, std::string(name) + " takes nothing after it, not '" + argv[2] + "'");
     if (name == "--help" || name == "-h" || name == "help") {
         std::string help = main_intro;
         for (const command &cmd : commands) help += cmd.summary;
@@ -648,6 +683,6 @@ int main(int argc, char **argv) {
     try {
         return cmd->run(opt);
     } catch (const std::exception &e) {  // out of memory, or a length a reader let through
-        return fail(cmd->trouble == diff_trouble ? diff_trouble : exit_bad_input, e.what());
+        return fail(exit_trouble, e.what());
     }
 }

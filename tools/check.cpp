@@ -7,6 +7,7 @@
 // stores. A value counts as stored as sent when the member, shown as the
 // section's writer would send it, reads back as the text that was sent.
 #include "check.h"
+#include "msgedit.h"
 #include "value_check.h"
 
 #include "msgload.h"
@@ -231,7 +232,7 @@ std::string quoted(const std::optional<std::string> &v)
 }  // namespace
 
 const char *const check_help =
-    "usage: cfgmsg check [--ports N] [--json] FILE...\n"
+    "usage: cfgmsg check [--ports N] [--json] [--redact] FILE...\n"
     "\n"
     "Reads the messages in order, as 'apply' does, and reports every param\n"
     "that the library did not store exactly as sent: its node path, name, the\n"
@@ -239,19 +240,20 @@ const char *const check_help =
     "  out of range or not a number: the default was used\n"
     "  longer than its field: the text was cut\n"
     "  unknown key: ignored; unknown node: skipped\n"
-    "  malformed message: where the message stopped\n"
     "A param without a value that clears its field (an empty text, 0) counts\n"
     "as stored as sent. List entries with formats of their own (dial-plan\n"
     "rules, hosts, routes, ...) are stored but not compared.\n"
     "\n"
     "options:\n"
-    "  --ports N  max_ports of the image (0..72, default 72)\n"
+    "  --ports N  max_ports of the image (1..72, default 72)\n"
     "  --json     the findings as a JSON array of {\"file\", \"path\", \"param\",\n"
     "             \"sent\", \"stored\", \"reason\"}\n"
+    "  --redact   show the values of secret params as *** (as decode --redact)\n"
     "  --help     this text\n"
     "\n"
-    "Exit status: 0 every param stored as sent, 1 any was not (or bad input),\n"
-    "2 usage error.\n";
+    "Exit status: 0 every param stored as sent, 1 any was not, 2 usage error\n"
+    "or a FILE that cannot be read or is malformed (reported on standard\n"
+    "error with the place of the fault, never as a finding).\n";
 
 int run_check(const cli::options &opt)
 {
@@ -262,15 +264,16 @@ int run_check(const cli::options &opt)
     image->max_ports = ports;
     std::vector<finding> findings;
     for (const std::string &file : files) {
-        // A message that cannot be read is a finding: where it stopped.
-        std::string error;
-        const auto loaded = load_message(file, std::nullopt, error);
-        if (!loaded) {
-            findings.push_back({file, "", "", std::nullopt, std::nullopt, error.substr(error.find(": ") + 2)});
-            continue;
-        }
+        const auto loaded = cli::load(file);
+        if (!loaded)
+            return cli::exit_trouble;
         check_message(file, loaded->msg, *image, findings);
     }
+    if (opt.redact)
+        for (finding &f : findings) {
+            f.sent = redacted(f.path, f.param, f.sent);
+            f.stored = redacted(f.path, f.param, f.stored);
+        }
 
     if (json) {
         auto all = nlohmann::ordered_json::array();
@@ -298,8 +301,8 @@ int run_check(const cli::options &opt)
         }
     }
     if (std::fflush(stdout) != 0)
-        return cli::fail(cli::exit_bad_input, "cannot write standard output");
-    return findings.empty() ? cli::exit_ok : cli::exit_bad_input;
+        return cli::fail(cli::exit_trouble, "cannot write standard output");
+    return findings.empty() ? cli::exit_ok : cli::exit_no;
 }
 
 }  // namespace cfgmsg

@@ -16,9 +16,15 @@
 
 namespace cfgmsg::cli {
 
+// Exit status of every command, as grep's: 0 yes (done, same, no
+// finding), 1 no (a finding, a difference, an absent node or param), 2
+// trouble (usage error, unreadable or malformed input, a failed write).
 inline constexpr int exit_ok = 0;
-inline constexpr int exit_bad_input = 1;
-inline constexpr int exit_usage = 2;
+inline constexpr int exit_no = 1;
+inline constexpr int exit_trouble = 2;
+inline constexpr int exit_usage = exit_trouble;
+// The former name of exit_no ("no such node" in schema).
+inline constexpr int exit_bad_input = exit_no;
 
 // Options a command may accept (command::accepts is a set of these bits).
 enum option_bit : unsigned {
@@ -31,6 +37,7 @@ enum option_bit : unsigned {
     opt_unset = 1u << 6,        // --unset PATH.PARAM (repeatable)
     opt_delete_node = 1u << 7,  // --delete-node PATH (repeatable)
     opt_markdown = 1u << 8,     // --markdown
+    opt_in_place = 1u << 9,     // -i (set: OUT is FILE)
 };
 
 struct options {
@@ -38,6 +45,7 @@ struct options {
     bool redact = false;
     bool strict = false;
     bool markdown = false;
+    bool in_place = false;
     std::uint32_t ports = CFG_MAX_PORTS;
     std::optional<std::string> output;
     std::optional<msg_format> format;
@@ -66,7 +74,7 @@ int fail(int status, const std::string &text);
 std::optional<loaded_message> load(const std::string &file, std::optional<msg_format> want = std::nullopt,
                                    unsigned accepts = accept_any);
 
-// Writes to standard output; reports a failed write and returns exit_bad_input.
+// Writes to standard output; reports a failed write and returns exit_trouble.
 int write_stdout(std::string_view data);
 
 }  // namespace cfgmsg::cli

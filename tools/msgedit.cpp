@@ -1,7 +1,6 @@
 #include "msgedit.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace cfgmsg {
 
@@ -50,36 +49,6 @@ bool apply_edits(message &msg, const message_edits &edits, std::string &error) {
         last->params.push_back(param{s.name, s.value});
     }
     return true;
-}
-
-namespace {
-
-bool contains_word(std::string_view name, std::string_view word) {
-    std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
-    return lower.find(word) != std::string::npos;
-}
-
-}  // namespace
-
-std::optional<std::string> redacted(std::string_view path, std::string_view name,
-                                    const std::optional<std::string> &value) {
-    if (!value || *value == "\"\"") return value;  // nothing, or an empty text: no secret shown
-    if (path.starts_with("config.Network.snmp_users")) {
-        // "USER PASSWORD LEVEL": the second word is the secret.
-        const std::size_t from = value->find_first_not_of(' ', value->find(' '));
-        if (from == std::string::npos) return value;
-        const std::size_t to = std::min(value->find(' ', from), value->size());
-        return value->substr(0, from) + "***" + value->substr(to);
-    }
-    for (std::string_view word : {"pass", "secret", "key", "communit", "psk"})
-        if (contains_word(name, word)) return "***";
-    return value;
-}
-
-void redact(message &msg) {
-    for (node &n : msg.nodes)
-        for (param &p : n.params) p.value = redacted(n.path, p.name, p.value);
 }
 
 }  // namespace cfgmsg

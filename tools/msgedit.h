@@ -1,8 +1,9 @@
 // Edits of a message by node path and param name, as 'cfgmsg set' makes
-// them, and the redaction of secrets for output that is to be shared.
+// them (the redaction of secrets is redact.h).
 #pragma once
 
 #include "msgtext.h"
+#include "redact.h"
 
 #include <optional>
 #include <string>
@@ -42,12 +43,5 @@ struct message_edits {
 // unset") when a deletion or unset finds nothing; `msg` is then partly
 // edited and must be dropped.
 bool apply_edits(message &msg, const message_edits &edits, std::string &error);
-
-// Values of params that hold a secret (passwords, keys, secrets, SNMP
-// communities, the password word of an SNMP user) replaced by "***".
-void redact(message &msg);
-// The same for one value of param `name` in node `path`.
-std::optional<std::string> redacted(std::string_view path, std::string_view name,
-                                    const std::optional<std::string> &value);
 
 }  // namespace cfgmsg

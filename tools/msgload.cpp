@@ -45,8 +45,35 @@ std::uint32_t body_length_field(const std::string &header) {
     return n;
 }
 
+// A control byte that no text holds (all but tab, line feed and carriage
+// return), or -1.
+std::ptrdiff_t control_byte(std::string_view data) {
+    for (std::size_t i = 0; i < data.size(); ++i) {
+        const auto c = static_cast<unsigned char>(data[i]);
+        if ((c < 0x20 && c != '\t' && c != '\n' && c != '\r') || c == 0x7F) return static_cast<std::ptrdiff_t>(i);
+    }
+    return -1;
+}
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+// Whether `start` is UTF-8 as far as it goes (the last sequence may be cut).
+bool utf8_start(std::string_view start) {
+    for (std::size_t i = 0; i < start.size();) {
+        const auto c = static_cast<unsigned char>(start[i]);
+        const std::size_t n = c < 0x80 ? 1 : (c & 0xE0) == 0xC0 ? 2 : (c & 0xF0) == 0xE0 ? 3 : (c & 0xF8) == 0xF0 ? 4 : 0;
+        if (n == 0 || (n == 2 && c < 0xC2)) return false;
+        for (std::size_t k = 1; k < n && i + k < start.size(); ++k)
+            if ((static_cast<unsigned char>(start[i + k]) & 0xC0) != 0x80) return false;
+        i += n;
+    }
+    return true;
+}
+
+// Binary: a control byte or bytes that are not UTF-8 among the first ones
+// (random bytes too are called binary, not text).
 msg_format recognise(const std::string &start) {
-    if (start.find('\0') != std::string::npos) return msg_format::binary;
+    if (control_byte(start) >= 0 || !utf8_start(start)) return msg_format::binary;
     const std::size_t first = start.find_first_not_of(" \t\r\n");
     return first != std::string::npos && start[first] == '{' ? msg_format::json : msg_format::text;
 }
@@ -79,6 +106,12 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
     }
     loaded_message out;
     out.format = want.value_or(recognise(data));
+    // A UTF-8 byte-order mark before text or JSON is skipped.
+    if (out.format != msg_format::binary && data.starts_with(byte_order_mark)) {
+        data.erase(0, byte_order_mark.size());
+        if (!read_more(f.get(), byte_order_mark.size(), data, file, error)) return std::nullopt;
+        out.format = want.value_or(recognise(data));
+    }
     if ((accepts & 1u << static_cast<unsigned>(out.format)) == 0) {
         static const char *const shown[] = {"a binary message", "the text form of a message", "a message in JSON"};
         std::string expected;
@@ -137,7 +170,15 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
         return std::nullopt;
     }
     text_error err;
-    if (parse_text(data, out.msg, err)) return out;
+    if (parse_text(data, out.msg, err)) {
+        out.text = std::move(data);
+        return out;
+    }
+    if (const std::ptrdiff_t at = control_byte(data); at >= 0) {
+        error = file + ": this looks like binary data (a control byte at offset " + std::to_string(at) +
+                "), not the text form of a message";
+        return std::nullopt;
+    }
     error = file + ":" + std::to_string(err.line) + ": " + err.reason;
     return std::nullopt;
 }

@@ -34,6 +34,7 @@ inline constexpr std::size_t max_input = std::size_t{64} << 20;
 struct loaded_message {
     message msg;
     msg_format format = msg_format::binary;
+    std::string text;  // the text form as read (format text), for edits that keep its layout
 };
 
 // Forms a caller accepts, as a set of bits.

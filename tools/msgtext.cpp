@@ -335,6 +335,10 @@ std::string escape(std::string_view raw, field_kind kind) {
     return out;
 }
 
+std::optional<std::string> unescape_field(std::string_view text, std::string &reason) {
+    return unescape(text, reason);
+}
+
 std::string to_text(const message &msg) {
     std::string out = format("# body length %zu, %zu node%s\n", body_length(msg), msg.nodes.size(),
                              msg.nodes.size() == 1 ? "" : "s");
@@ -357,6 +361,8 @@ std::string to_text(const message &msg) {
 bool parse_text(std::string_view text, message &out, text_error &err) {
     out = message{};
     std::size_t line_no = 0;
+    static constexpr std::string_view header_fields[] = {"header0", "header2", "operation", "terminator"};
+    std::size_t header_line[std::size(header_fields)] = {};  // where each was given
     while (!text.empty()) {
         ++line_no;
         const std::size_t nl = text.find('\n');
@@ -364,7 +370,16 @@ bool parse_text(std::string_view text, message &out, text_error &err) {
         text.remove_prefix(nl == std::string_view::npos ? text.size() : nl + 1);
         if (line.empty() || line.front() == '#') continue;
         std::string reason;
-        if (!parse_line(line, out, reason)) {
+        if (out.nodes.empty() && line.front() != '[') {
+            const std::string_view key = trim(line.substr(0, find_equals(line)));
+            for (std::size_t f = 0; f < std::size(header_fields); ++f) {
+                if (key != header_fields[f]) continue;
+                if (header_line[f] != 0)
+                    reason = format("%s given twice (first on line %zu)", header_fields[f].data(), header_line[f]);
+                header_line[f] = line_no;
+            }
+        }
+        if (!reason.empty() || !parse_line(line, out, reason)) {
             err.line = line_no;
             err.reason = std::move(reason);
             return false;

@@ -107,6 +107,8 @@ bool parse_text(std::string_view text, message &out, text_error &err);
 // Text escaping of one path, name or value, as `to_text` writes it.
 enum class field_kind { path, name, value };
 std::string escape(std::string_view raw, field_kind kind);
+// And back: nullopt (with `reason` set) on a bad escape.
+std::optional<std::string> unescape_field(std::string_view text, std::string &reason);
 
 // Fixture helper: text to wire bytes. Throws std::invalid_argument
 // ("line N: reason") for bad text.
