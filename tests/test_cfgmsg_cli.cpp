@@ -1,5 +1,5 @@
-// The cfgmsg tool run as a process: exit codes and messages for good and bad
-// input, apply of the full sample (every writer, fixed point, JSON), diff and JSON.
+// The cfgmsg tool run as a process: exit codes and messages by command, the
+// kinds of file it writes, redaction by output form, edits, JSON and check.
 #include "msgtext.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +7,8 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -113,8 +115,6 @@ std::string framed(std::uint32_t declared, const std::string &body) {
 // each kind of bad input BadInputOfEveryCommand.
 TEST_F(CfgmsgCli, ExitCodesAndMessages) {
     const std::string sample = example("sample.msg").string(), out = (dir_ / "out").string();
-    // Body length 5: operation byte, then a path length of 16 with 2 bytes left.
-    const std::string bad_node = file("bad-node.msg", framed(5, std::string("\x02\x10\x00" "a\x00", 5))).string();
     const std::string trailing = file("trailing.msg", framed(1, "\x02xyz")).string();
     const std::string groups = file("groups.txt", "[config.VOIP.groups.group_0]\nports = 0,8\n").string();
     struct row { std::vector<std::string> args; int status; std::string out, err; }; // out, err: parts of standard output, error
@@ -122,15 +122,13 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
         {{}, 2, "", "missing command"}, {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
         {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""}, {{"--version"}, 0, "cfgmsg 0.", ""},
         {{"--version", "extra"}, 2, "", "--version takes nothing after it"},
-        {{"decode", "--help"}, 0, "usage: cfgmsg decode [--json] [--redact] FILE", ""},
         {{"encode", "-h"}, 0, "usage: cfgmsg encode [--json] FILE", ""},
         // The reader's own checks: an endless input, bytes past the body; the decoder's place in hex.
         {{"decode", "/dev/zero"}, 2, "", "/dev/zero: malformed message at byte offset 4 (0x4): body length 0"},
         {{"decode", trailing}, 2, "", "byte offset 13 (0xd): the input goes on after the 1-byte body"},
-        {{"apply", bad_node}, 2, "", bad_node + ": malformed message at byte offset 13 (0xd): node 1"},
         {{"decode", example("sample.txt")}, 2, "", "sample.txt: this looks like the text form of a message, not a binary"},
-        {{"apply"}, 2, "", "apply: missing FILE"}, {{"decode", sample, sample}, 2, "", "decode: expects one FILE"},
-        {{"diff", sample}, 2, "", "diff: expects two FILEs"}, {{"get", sample, "a", "b", "c"}, 2, "", "get: expects FILE [PATH [PARAM]]"},
+        {{"decode", sample, sample}, 2, "", "decode: expects one FILE"},
+        {{"get", sample, "a", "b", "c"}, 2, "", "get: expects FILE [PATH [PARAM]]"},
         {{"diff", "-", "-"}, 2, "", "diff: '-' (standard input) given twice"},
         {{"apply", "--ports", "73", sample}, 2, "", "--ports wants a number from 1 to 72, not '73'"},
         {{"apply", "--ports", "0", sample}, 2, "", "--ports wants a number from 1 to 72, not '0'"},
@@ -145,11 +143,9 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
         {{"set", sample, "-i", "-o", out, "a.b=1"}, 2, "", "give -o OUT or -i, not both"},
         {{"set", "-", "-i", "a.b=1"}, 2, "", "FILE must not be '-'"},
         {{"set", sample, "-o", out, "a.b\nc.d=1"}, 2, "", "set: 'a.b\\nc.d=1': the path holds a line break (at character 4)"},
-        {{"set", sample, "-o", out, "a.b=x\ny"}, 2, "", "set: 'a.b=x\\ny': the value holds a line break (at character 2)"},
         {{"set", sample, "-o", out, std::string(65536, 'p') + ".b=1"}, 2, "", "the path is longer than 65535 bytes"},
         {{"set", sample, "-o", out, "ab=1"}, 2, "", "set: 'ab=1' is not PATH.PARAM=VALUE"},
         {{"set", sample, "-o", "x", "--format", "xml", "a.b=1"}, 2, "", "--format wants binary, text or json"},
-        {{"set", sample, "-o", "x", "--unset", "ab"}, 2, "", "--unset wants PATH.PARAM, not 'ab'"},
         {{"set", sample, "-o", out, "--delete-node", "a.b"}, 1, "", sample + ": no node [a.b] to delete"},
         // Values checked with the key tables: a warning, or with --strict a refusal (nothing written).
         {{"set", sample, "-o", out, "--strict", "config.VOIP.ports.port_1.category=300"}, 1, "", "port_1.category: stored as \"10\""},
@@ -166,7 +162,7 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
         {{"diff", sample, sample}, 0, "", ""}, {{"diff", sample, example("full-config.msg")}, 1, "-    password = s3cret\n", ""},
         {{"check", example("sample.msg")}, 0, "", ""}, {{"check", example("check-findings.txt")}, 1, "out of range", ""},
         {{"schema", "config.VOIP.ports.port_72"}, 1, "", "no node path begins with"}, {{"schema", "a", "b"}, 2, "", "expects at most one PATH"},
-        {{"schema", "--frobnicate"}, 2, "", "unknown option"}, {{"check"}, 2, "", "missing FILE"},
+        {{"check"}, 2, "", "missing FILE"},
     };
     for (const row &r : rows) {
         std::string joined;
@@ -244,11 +240,15 @@ TEST_F(CfgmsgCli, WritesEachKindOfFile) {
     fs::create_directories(dir_ / "sub" / "ro");
     fs::permissions(dir_ / "sub" / "ro", fs::perms::owner_read | fs::perms::owner_exec);
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    // A device like /dev/null: as root a node of our own, so that a fault cannot replace the real one.
+    fs::path dev = root ? dir_ / "null" : "/dev/null";
+    const bool have_dev = (!root || mknod(dev.c_str(), S_IFCHR | 0666, makedev(1, 3)) == 0) &&
+                          close(open(dev.c_str(), O_WRONLY)) == 0;  // not on a nodev mount
     const int reader = open(fifo.c_str(), O_RDONLY | O_NONBLOCK);  // so that the writer's open returns
     struct row { std::vector<std::string> out; int status; fs::path written; };
     for (const row &r : std::vector<row>{
              {{"-o", reg}, 0, reg}, {{"-o", dir_ / "link.msg"}, 0, target}, {{"-o", dir_ / "dangling.msg"}, 0, dir_ / "new.msg"},
-             {{"-o", "/dev/null"}, 0, ""}, {{"-o", fifo}, 0, ""}, {{"-o", dir_ / "sub"}, 2, ""},
+             {{"-o", have_dev ? dev : reg}, 0, ""}, {{"-o", fifo}, 0, ""}, {{"-o", dir_ / "sub"}, 2, ""},
              {{"-o", dir_ / "sub" / "ro" / "x.msg"}, root ? 0 : 2, root ? dir_ / "sub" / "ro" / "x.msg" : ""}}) {
         SCOPED_TRACE(r.out.back());
         std::vector<std::string> args{"set", sample, edit};
@@ -261,7 +261,7 @@ TEST_F(CfgmsgCli, WritesEachKindOfFile) {
     ASSERT_EQ(stat(reg.c_str(), &st), 0);
     EXPECT_EQ(st.st_mode & 07777, 0640u);
     EXPECT_TRUE(!root || std::pair(st.st_uid, st.st_gid) == std::pair(4321u, 4322u)) << st.st_uid << ":" << st.st_gid;
-    EXPECT_TRUE(fs::is_symlink(dir_ / "link.msg") && fs::is_character_file("/dev/null") && fs::is_fifo(fifo));
+    EXPECT_TRUE(fs::is_symlink(dir_ / "link.msg") && (!have_dev || fs::is_character_file(dev)) && fs::is_fifo(fifo));
     std::string piped(edited.size() + 1, '\0');
     EXPECT_EQ(read(reader, piped.data(), piped.size()), static_cast<ssize_t>(edited.size()));
     close(reader);
@@ -325,18 +325,11 @@ TEST_F(CfgmsgCli, JsonAndTextComeBackToTheSameMessage) {
         SCOPED_TRACE(msg);
         const fs::path txt = fs::path(entry.path()).replace_extension(".txt");  // its text form
         EXPECT_TRUE(!fs::exists(txt) || run({"encode", txt.string()}).out == slurp(msg));
-        for (const char *form : {"--json", "--redact"}) {
-            const result dec = run({"decode", form, msg});
-            ASSERT_EQ(dec.status, 0) << dec.err;
-            const fs::path decoded = file(std::string("decoded") + form, dec.out);
-            const result enc = run({"encode", decoded.string()});
-            ASSERT_EQ(enc.status, 0) << enc.err;
-            if (std::string(form) == "--json") {
-                EXPECT_EQ(enc.out, slurp(msg));
-                const result same = run({"diff", msg, decoded.string()});
-                EXPECT_EQ(same.status, 0) << same.out << same.err;
-            }
-        }
+        const fs::path decoded = file("decoded.json", run({"decode", "--json", msg}).out);
+        const result enc = run({"encode", decoded.string()});
+        EXPECT_EQ(std::tuple(enc.status, enc.out), std::tuple(0, slurp(msg))) << enc.err;
+        const result same = run({"diff", msg, decoded.string()});
+        EXPECT_EQ(same.status, 0) << same.out << same.err;
     }
 }
 
@@ -362,25 +355,6 @@ TEST_F(CfgmsgCli, SetEditsAMessage) {
     }
     EXPECT_EQ(run({"decode", out.string()}).status, 0);
     EXPECT_EQ(run({"get", out.string()}).out, "a\nc\n");
-}
-
-// The nodes and values apply prints are those of the samples' reference
-// (CfgmsgCli.SamplesApplyToTheirReference).
-TEST_F(CfgmsgCli, FullSampleIsAFixedPoint) {
-    const result first = run({"apply", example("full-config.msg").string()});
-    ASSERT_EQ(first.status, 0) << first.err;
-    EXPECT_EQ(first.err, "");
-
-    // apply -> encode -> apply gives the same text, and diff finds nothing.
-    const result encoded = run({"encode", file("applied.txt", first.out).string()});
-    ASSERT_EQ(encoded.status, 0) << encoded.err;
-    const fs::path again = file("applied.msg", encoded.out);
-    const result second = run({"apply", again.string()});
-    ASSERT_EQ(second.status, 0) << second.err;
-    EXPECT_EQ(second.out, first.out);
-    const result same = run({"diff", example("full-config.msg").string(), again.string()});
-    EXPECT_EQ(same.status, 0) << same.out;
-    EXPECT_EQ(same.out, "");
 }
 
 // ---- schema, check, and the samples' reference output
