@@ -528,7 +528,9 @@ int run_set(const options &opt) {
     if (f == msg_format::json) warn_non_utf8(m->msg, file);
     if (f == msg_format::binary && out == "-" && isatty(STDOUT_FILENO))
         return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
-    return write_file(out, keep_layout ? cfgmsg::edit_text(m->text, before, edits, m->msg) : cfgmsg::render(m->msg, f));
+    if (!keep_layout) return write_file(out, cfgmsg::render(m->msg, f));
+    // The text as it was but for the edited lines, its byte-order mark included.
+    return write_file(out, (m->byte_order_mark ? "\xEF\xBB\xBF" : "") + cfgmsg::edit_text(m->text, before, edits, m->msg));
 }
 
 // ------------------------------------------------------------- table ---

@@ -109,6 +109,7 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
     // A UTF-8 byte-order mark before text or JSON is skipped.
     if (out.format != msg_format::binary && data.starts_with(byte_order_mark)) {
         data.erase(0, byte_order_mark.size());
+        out.byte_order_mark = true;
         if (!read_more(f.get(), byte_order_mark.size(), data, file, error)) return std::nullopt;
         out.format = want.value_or(recognise(data));
     }

@@ -35,6 +35,7 @@ struct loaded_message {
     message msg;
     msg_format format = msg_format::binary;
     std::string text;  // the text form as read (format text), for edits that keep its layout
+    bool byte_order_mark = false;  // the text began with one (skipped)
 };
 
 // Forms a caller accepts, as a set of bits.

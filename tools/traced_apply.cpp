@@ -22,8 +22,15 @@ std::vector<std::string> captured_lines(const std::function<void()> &run) {
     std::unique_ptr<FILE, int (*)(FILE *)> into(std::tmpfile(), std::fclose);
     const int saved = into ? dup(STDOUT_FILENO) : -1;
     if (saved < 0 || dup2(fileno(into.get()), STDOUT_FILENO) < 0) {
+        // No file to gather them in: the lines go to standard error as they
+        // are, never into the configuration on standard output.
+        const int out = dup(STDOUT_FILENO);
+        const bool moved = out >= 0 && dup2(STDERR_FILENO, STDOUT_FILENO) >= 0;
+        run();
+        std::fflush(stdout);
+        if (moved) dup2(out, STDOUT_FILENO);
+        if (out >= 0) close(out);
         if (saved >= 0) close(saved);
-        run();  // no capture: the lines go where they go
         return lines;
     }
     run();
