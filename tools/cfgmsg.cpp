@@ -113,6 +113,7 @@ constexpr const char *main_outro =
     "  cfgmsg set -i config.msg config.VOIP.sip.enablesip=1\n"
     "                                              edit in place\n"
     "  cfgmsg set config.msg -o new.msg --unset config.VOIP.h323.password\n"
+    "                                              a param removed, in a new file\n"
     "  cfgmsg check config.msg                     what the library would not\n"
     "                                              store as sent\n"
     "  cfgmsg diff config.msg new.msg              what changed, as stored\n"
@@ -561,7 +562,7 @@ const command commands[] = {
      false, exit_usage, run_set},
     {"check",
      "  check FILE...    report the params that the library does not store as sent,\n"
-     "                   and why (--json, --ports N)\n",
+     "                   and why (--json, --ports N, --redact)\n",
      cfgmsg::check_help, opt_json | opt_ports | opt_redact, 1, SIZE_MAX, "missing FILE", true, exit_usage, cfgmsg::run_check},
     {"schema",
      "  schema [PATH]    print the parameter reference: every node path and param with\n"
