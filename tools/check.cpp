@@ -231,7 +231,7 @@ std::string quoted(const std::optional<std::string> &v)
 }  // namespace
 
 const char *const check_help =
-    "usage: cfgmsg check [--ports N] [--json] FILE...\n"
+    "usage: cfgmsg check [--ports N] [--json | -q] FILE...\n"
     "\n"
     "Reads the messages in order, as 'apply' does, and reports every param\n"
     "that the library did not store exactly as sent: its node path, name, the\n"
@@ -248,6 +248,7 @@ const char *const check_help =
     "  --ports N  max_ports of the image (0..72, default 72)\n"
     "  --json     the findings as a JSON array of {\"file\", \"path\", \"param\",\n"
     "             \"sent\", \"stored\", \"reason\"}\n"
+    "  -q, --quiet print no finding; the exit status alone tells\n"
     "  --help     this text\n"
     "\n"
     "Exit status: 0 every param stored as sent, 1 any was not (or bad input),\n"
@@ -272,6 +273,8 @@ int run_check(const cli::options &opt)
         check_message(file, loaded->msg, *image, findings);
     }
 
+    if (opt.quiet)
+        return findings.empty() ? cli::exit_ok : cli::exit_bad_input;
     if (json) {
         auto all = nlohmann::ordered_json::array();
         for (const finding &f : findings) {

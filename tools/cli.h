@@ -31,6 +31,9 @@ enum option_bit : unsigned {
     opt_unset = 1u << 6,        // --unset PATH.PARAM (repeatable)
     opt_delete_node = 1u << 7,  // --delete-node PATH (repeatable)
     opt_markdown = 1u << 8,     // --markdown
+    opt_flat = 1u << 9,         // --flat
+    opt_quiet = 1u << 10,       // -q, --quiet
+    opt_edits = 1u << 11,       // -f EDITS
 };
 
 struct options {
@@ -38,9 +41,12 @@ struct options {
     bool redact = false;
     bool strict = false;
     bool markdown = false;
+    bool flat = false;
+    bool quiet = false;
     std::uint32_t ports = CFG_MAX_PORTS;
     std::optional<std::string> output;
     std::optional<msg_format> format;
+    std::optional<std::string> edits_file;  // -f
     std::vector<std::string> unsets;
     std::vector<std::string> delete_nodes;
     std::vector<std::string> args;  // the words that are not options, in order

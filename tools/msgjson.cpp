@@ -7,21 +7,45 @@
 
 namespace cfgmsg {
 
-std::string to_json(const message &msg) {
+namespace {
+
+std::string dumped(const nlohmann::ordered_json &j) {
+    return j.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+}
+
+}  // namespace
+
+std::string json_head(const message &msg) {
     using json = nlohmann::ordered_json;
-    json nodes = json::array();
-    for (const node &nd : msg.nodes) {
-        json params = json::array();
-        for (const param &p : nd.params)
-            params.push_back(json{{"name", p.name}, {"value", p.value ? json(*p.value) : json(nullptr)}});
-        nodes.push_back(json{{"path", nd.path}, {"params", std::move(params)}});
-    }
     const json doc{{"header0", msg.header0},
                    {"header2", msg.header2},
                    {"operation", msg.operation},
                    {"terminator", msg.terminator ? json(*msg.terminator) : json(nullptr)},
-                   {"nodes", std::move(nodes)}};
-    return doc.dump(2, ' ', false, json::error_handler_t::replace) + '\n';
+                   {"nodes", json::array()}};
+    std::string head = dumped(doc);  // ends with "[]\n}"
+    return head.substr(0, head.rfind("[]") + 1);
+}
+
+std::string json_node(const node &nd) {
+    using json = nlohmann::ordered_json;
+    json params = json::array();
+    for (const param &p : nd.params)
+        params.push_back(json{{"name", p.name}, {"value", p.value ? json(*p.value) : json(nullptr)}});
+    // As an element of "nodes": every line indented by two levels.
+    std::string out = "    ";
+    for (const char c : dumped(json{{"path", nd.path}, {"params", std::move(params)}})) {
+        out += c;
+        if (c == '\n') out += "    ";
+    }
+    return out;
+}
+
+std::string json_tail(std::size_t nodes) { return nodes == 0 ? "]\n}\n" : "\n  ]\n}\n"; }
+
+std::string to_json(const message &msg) {
+    std::string out = json_head(msg);
+    for (std::size_t i = 0; i < msg.nodes.size(); ++i) out += (i == 0 ? "\n" : ",\n") + json_node(msg.nodes[i]);
+    return out + json_tail(msg.nodes.size());
 }
 
 namespace {
@@ -141,16 +165,19 @@ bool from_json(std::string_view text, message &out, json_error &err) {
 }
 
 std::optional<std::string> first_non_utf8(const message &msg) {
-    for (std::size_t i = 0; i < msg.nodes.size(); ++i) {
-        const node &nd = msg.nodes[i];
-        const std::string label = "node " + std::to_string(i + 1);
-        if (!is_utf8(nd.path)) return label + " path";
-        for (std::size_t k = 0; k < nd.params.size(); ++k) {
-            const param &p = nd.params[k];
-            const std::string at = label + " (" + escape(nd.path, field_kind::path) + ") param " + std::to_string(k + 1);
-            if (!is_utf8(p.name)) return at + " name";
-            if (p.value && !is_utf8(*p.value)) return at + " (" + escape(p.name, field_kind::name) + ") value";
-        }
+    for (std::size_t i = 0; i < msg.nodes.size(); ++i)
+        if (auto where = non_utf8_in(msg.nodes[i], i)) return where;
+    return std::nullopt;
+}
+
+std::optional<std::string> non_utf8_in(const node &nd, std::size_t index) {
+    const std::string label = "node " + std::to_string(index + 1);
+    if (!is_utf8(nd.path)) return label + " path";
+    for (std::size_t k = 0; k < nd.params.size(); ++k) {
+        const param &p = nd.params[k];
+        const std::string at = label + " (" + escape(nd.path, field_kind::path) + ") param " + std::to_string(k + 1);
+        if (!is_utf8(p.name)) return at + " name";
+        if (p.value && !is_utf8(*p.value)) return at + " (" + escape(p.name, field_kind::name) + ") value";
     }
     return std::nullopt;
 }

@@ -63,8 +63,41 @@ std::optional<msg_format> format_from_name(std::string_view name) {
     return std::nullopt;
 }
 
+std::string wire_error_text(const std::string &file, const wire_error &err) {
+    return file + ": malformed message " + at_offset(err.offset) + ": " + err.reason;
+}
+
 std::optional<loaded_message> load_message(const std::string &file, std::optional<msg_format> want,
                                            std::string &error, unsigned accepts) {
+    auto in = read_input(file, want, error, accepts);
+    if (!in) return std::nullopt;
+    return parse_input(file, *in, error);
+}
+
+std::optional<loaded_message> parse_input(const std::string &file, const loaded_input &in, std::string &error) {
+    loaded_message out;
+    out.format = in.format;
+    if (out.format == msg_format::binary) {
+        const std::span bytes(reinterpret_cast<const std::uint8_t *>(in.data.data()), in.data.size());
+        wire_error err;
+        if (decode(bytes, out.msg, err)) return out;
+        error = wire_error_text(file, err);
+        return std::nullopt;
+    }
+    if (out.format == msg_format::json) {
+        json_error err;
+        if (from_json(in.data, out.msg, err)) return out;
+        error = file + ": bad JSON at " + err.where + ": " + err.reason;
+        return std::nullopt;
+    }
+    text_error err;
+    if (parse_text(in.data, out.msg, err)) return out;
+    error = file + ":" + std::to_string(err.line) + ": " + err.reason;
+    return std::nullopt;
+}
+
+std::optional<loaded_input> read_input(const std::string &file, std::optional<msg_format> want, std::string &error,
+                                       unsigned accepts) {
     errno = 0;
     file_ptr f(file == "-" ? stdin : std::fopen(file.c_str(), "rb"));
     if (!f) {
@@ -77,7 +110,7 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
         error = file + ": empty file, no message in it";
         return std::nullopt;
     }
-    loaded_message out;
+    loaded_input out;
     out.format = want.value_or(recognise(data));
     if ((accepts & 1u << static_cast<unsigned>(out.format)) == 0) {
         static const char *const shown[] = {"a binary message", "the text form of a message", "a message in JSON"};
@@ -96,6 +129,7 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
                         " is more than cfgmsg reads (64 MiB); is this a configuration message?";
                 return std::nullopt;
             }
+            data.reserve(header_size + body + 1);
             if (!read_more(f.get(), body + 1, data, file, error)) return std::nullopt;
             if (data.size() > header_size + body) {
                 error = file + ": malformed message " + at_offset(header_size + body) +
@@ -104,12 +138,7 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
                 return std::nullopt;
             }
         }
-        const std::span bytes(reinterpret_cast<const std::uint8_t *>(data.data()), data.size());
-        wire_error err;
-        if (!decode(bytes, out.msg, err)) {
-            error = file + ": malformed message " + at_offset(err.offset) + ": " + err.reason;
-            return std::nullopt;
-        }
+        out.data = std::move(data);
         return out;
     }
 
@@ -130,16 +159,8 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
         if (!read_more(f.get(), 65536, data, file, error)) return std::nullopt;
         if (data.size() == checked) break;
     }
-    if (out.format == msg_format::json) {
-        json_error err;
-        if (from_json(data, out.msg, err)) return out;
-        error = file + ": bad JSON at " + err.where + ": " + err.reason;
-        return std::nullopt;
-    }
-    text_error err;
-    if (parse_text(data, out.msg, err)) return out;
-    error = file + ":" + std::to_string(err.line) + ": " + err.reason;
-    return std::nullopt;
+    out.data = std::move(data);
+    return out;
 }
 
 std::string render(const message &msg, msg_format f) {
