@@ -84,6 +84,29 @@ std::string text(const json &v, const std::string &where, const char *what) {
     return s;
 }
 
+node to_node(const json &n, const std::string &at) {
+    check_keys(n, at, {"path", "params"});
+    if (!n.contains("path")) throw shape_error{at, "node without \"path\""};
+    node nd{text(n["path"], at + "/path", "path"), {}};
+    if (n.contains("params")) {
+        const json &params = n["params"];
+        if (!params.is_array()) throw shape_error{at + "/params", "expected an array of params"};
+        if (params.size() > max_field) throw shape_error{at + "/params", "more than 65535 params in one node"};
+        for (std::size_t k = 0; k < params.size(); ++k) {
+            const std::string pat = at + "/params/" + std::to_string(k);
+            check_keys(params[k], pat, {"name", "value"});
+            if (!params[k].contains("name")) throw shape_error{pat, "param without \"name\""};
+            param p{text(params[k]["name"], pat + "/name", "name"), std::nullopt};
+            if (params[k].contains("value") && !params[k]["value"].is_null()) {
+                std::string value = text(params[k]["value"], pat + "/value", "value, or null for none");
+                if (!value.empty()) p.value = std::move(value);
+            }
+            nd.params.push_back(std::move(p));
+        }
+    }
+    return nd;
+}
+
 message to_message(const json &doc) {
     check_keys(doc, "", {"header0", "header2", "operation", "terminator", "nodes"});
     message msg;
@@ -94,30 +117,8 @@ message to_message(const json &doc) {
     else msg.terminator = static_cast<std::uint8_t>(number(doc, "terminator", "", 0xFF, 0));
     if (!doc.contains("nodes")) return msg;
     if (!doc["nodes"].is_array()) throw shape_error{"/nodes", "expected an array of nodes"};
-    for (std::size_t i = 0; i < doc["nodes"].size(); ++i) {
-        const json &n = doc["nodes"][i];
-        const std::string at = "/nodes/" + std::to_string(i);
-        check_keys(n, at, {"path", "params"});
-        if (!n.contains("path")) throw shape_error{at, "node without \"path\""};
-        node nd{text(n["path"], at + "/path", "path"), {}};
-        if (n.contains("params")) {
-            const json &params = n["params"];
-            if (!params.is_array()) throw shape_error{at + "/params", "expected an array of params"};
-            if (params.size() > max_field) throw shape_error{at + "/params", "more than 65535 params in one node"};
-            for (std::size_t k = 0; k < params.size(); ++k) {
-                const std::string pat = at + "/params/" + std::to_string(k);
-                check_keys(params[k], pat, {"name", "value"});
-                if (!params[k].contains("name")) throw shape_error{pat, "param without \"name\""};
-                param p{text(params[k]["name"], pat + "/name", "name"), std::nullopt};
-                if (params[k].contains("value") && !params[k]["value"].is_null()) {
-                    std::string value = text(params[k]["value"], pat + "/value", "value, or null for none");
-                    if (!value.empty()) p.value = std::move(value);
-                }
-                nd.params.push_back(std::move(p));
-            }
-        }
-        msg.nodes.push_back(std::move(nd));
-    }
+    for (std::size_t i = 0; i < doc["nodes"].size(); ++i)
+        msg.nodes.push_back(to_node(doc["nodes"][i], "/nodes/" + std::to_string(i)));
     return msg;
 }
 
@@ -147,7 +148,35 @@ bool is_utf8(std::string_view s) {
 
 bool from_json(std::string_view text, message &out, json_error &err) {
     try {
-        out = to_message(json::parse(text));
+        // Each element of the top "nodes" array is taken into a node as soon
+        // as it is parsed and dropped from the document, so that a large
+        // document is never held whole. Faults are reported in the order of
+        // a whole reading: syntax, then the top object, then the first node.
+        std::vector<node> nodes;
+        std::optional<shape_error> node_fault;
+        bool in_nodes = false, nodes_key = false;
+        const json::parser_callback_t take = [&](int depth, json::parse_event_t event, json &parsed) {
+            using ev = json::parse_event_t;
+            if (depth == 1 && event == ev::key) {
+                nodes_key = parsed == "nodes";
+                if (nodes_key) nodes.clear(), node_fault.reset();  // the last "nodes" counts
+            } else if (depth == 1 && event == ev::array_start) in_nodes = nodes_key;
+            else if (depth == 1 && event == ev::array_end) in_nodes = false;
+            else if (depth == 2 && in_nodes &&
+                     (event == ev::object_end || event == ev::array_end || event == ev::value)) {
+                if (!node_fault) try {
+                        nodes.push_back(to_node(parsed, "/nodes/" + std::to_string(nodes.size())));
+                    } catch (const shape_error &e) {
+                        node_fault = e;
+                    }
+                return false;
+            }
+            return true;
+        };
+        message msg = to_message(json::parse(text, take));
+        if (node_fault) throw *node_fault;
+        msg.nodes = std::move(nodes);
+        out = std::move(msg);
         return true;
     } catch (const json::parse_error &e) {
         // "[json.exception.parse_error.101] parse error at line 1, column 2: reason"

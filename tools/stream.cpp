@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <span>
 
 #include <unistd.h>
@@ -80,35 +81,98 @@ int run_decode_streamed(const cli::options &opt) {
     return out.finish();
 }
 
-int run_encode_streamed(const cli::options &opt) {
-    if (isatty(STDOUT_FILENO))
-        return cli::fail(cli::exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
-    auto m = cli::load(opt.args[0], opt.json ? std::optional(msg_format::json) : std::nullopt,
-                       accept_text | accept_json);
-    if (!m) return cli::exit_bad_input;
-    const std::size_t body = body_length(m->msg);
+namespace {
+
+// The text form cut before node lines ('[path]' alone on its line) into
+// pieces of about a megabyte, each handed to `piece` with the number of its
+// first line; stops at the first piece that `piece` refuses.
+bool for_each_piece(std::string_view text, const std::function<bool(std::string_view, std::size_t)> &piece) {
+    constexpr std::size_t piece_size = std::size_t{1} << 20;
+    std::size_t start = 0, start_line = 1, line_no = 1;
+    for (std::size_t at = 0; at < text.size(); ++line_no) {
+        const std::size_t nl = std::min(text.find('\n', at), text.size());
+        std::string_view line = text.substr(at, nl - at);
+        while (!line.empty() && std::strchr(" \t\r", line.front()) != nullptr) line.remove_prefix(1);
+        while (!line.empty() && std::strchr(" \t\r", line.back()) != nullptr) line.remove_suffix(1);
+        if (at - start >= piece_size && line.size() >= 2 && line.front() == '[' && line.back() == ']') {
+            if (!piece(text.substr(start, at - start), start_line)) return false;
+            start = at;
+            start_line = line_no;
+        }
+        at = nl + 1;
+    }
+    return piece(text.substr(start), start_line);
+}
+
+// Writes the header, then the nodes that `nodes` hands to its sink, then the
+// closing byte; `body` is the body length they make.
+int write_wire(const message &head, std::size_t body, const std::function<void(const std::function<void(node &&)> &)> &nodes) {
     if (body > 0xFFFFFFFFu) return cli::fail(cli::exit_bad_input, "message body longer than 4294967295 bytes");
-    // The header and operation byte, then one node at a time.
-    message head = std::move(m->msg);
-    std::vector<node> nodes = std::move(head.nodes);
-    head.nodes.clear();
-    std::vector<std::uint8_t> bytes = encode(head);
-    bytes.resize(header_size + 1);
+    message empty = head;
+    empty.nodes.clear();
+    std::vector<std::uint8_t> bytes = encode(empty);
+    bytes.resize(header_size + 1);  // without the closing byte
     for (int i = 0; i < 4; ++i) bytes[4 + i] = static_cast<std::uint8_t>(body >> (8 * i));
     output out;
     const auto put = [&] {
         out.put(std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size()));
         bytes.clear();
     };
-    put();
-    for (node &nd : nodes) {
+    nodes([&](node &&nd) {
         encode_node(bytes, nd);
-        node().params.swap(nd.params);  // freed as it goes
         if (bytes.size() >= 65536) put();
-    }
+    });
     if (head.terminator) bytes.push_back(*head.terminator);
     put();
     return out.finish();
+}
+
+}  // namespace
+
+int run_encode_streamed(const cli::options &opt) {
+    if (isatty(STDOUT_FILENO))
+        return cli::fail(cli::exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
+    const std::string &file = opt.args[0];
+    std::string error;
+    const auto in = read_input(file, opt.json ? std::optional(msg_format::json) : std::nullopt, error,
+                               accept_text | accept_json);
+    if (!in) return cli::fail(cli::exit_bad_input, error);
+    if (in->format == msg_format::json) {
+        auto m = parse_input(file, *in, error);
+        if (!m) return cli::fail(cli::exit_bad_input, error);
+        return write_wire(m->msg, body_length(m->msg), [&](const std::function<void(node &&)> &sink) {
+            for (node &nd : m->msg.nodes) {
+                sink(std::move(nd));
+                nd = node();  // freed as it goes
+            }
+        });
+    }
+    // Text: read twice, a piece at a time: first whole, for the header
+    // fields, the body length and any fault, then to write the nodes.
+    message head, piece;
+    std::size_t body = 1;
+    const auto parse = [&](std::string_view text, std::size_t first_line) {
+        text_error err;
+        if (parse_text(text, piece, err)) return true;
+        error = file + ":" + std::to_string(first_line - 1 + err.line) + ": " + err.reason;
+        return false;
+    };
+    bool first = true;
+    const bool whole = for_each_piece(in->data, [&](std::string_view text, std::size_t first_line) {
+        if (!parse(text, first_line)) return false;
+        if (first) head = piece, head.nodes.clear(), first = false;
+        body += body_length(piece) - 1 - (piece.terminator ? 1 : 0);
+        return true;
+    });
+    if (!whole) return cli::fail(cli::exit_bad_input, error);
+    body += head.terminator ? 1 : 0;
+    return write_wire(head, body, [&](const std::function<void(node &&)> &sink) {
+        for_each_piece(in->data, [&](std::string_view text, std::size_t first_line) {
+            parse(text, first_line);
+            for (node &nd : piece.nodes) sink(std::move(nd));
+            return true;
+        });
+    });
 }
 
 std::optional<std::string> wire_bytes(const std::string &file) {
