@@ -1,6 +1,7 @@
 #include "select.h"
 
 #include "apply.h"
+#include "msgjson.h"
 #include "value_check.h"
 
 #include <nlohmann/json.hpp>
@@ -417,6 +418,7 @@ int print_selection(const cli::options &opt, const message &msg) {
     if (opt.args.size() > 2 && !compile_glob(opt.args[2], name, error)) return cli::fail(cli::exit_usage, "get: " + error);
     const bool every_node = opt.args.size() < 2, every_param = opt.args.size() < 3;
     bool node_found = false, param_found = false;
+    std::optional<std::string> non_utf8;
     std::string out;
     auto json = nlohmann::ordered_json::array();
     for (const node &nd : msg.nodes) {
@@ -430,6 +432,7 @@ int print_selection(const cli::options &opt, const message &msg) {
             if (!every_param && !glob_matches(name, p.name)) continue;
             param_found = true;
             if (opt.json) {
+                if (!non_utf8) non_utf8 = non_utf8_in(node{nd.path, {p}}, 0);
                 nlohmann::ordered_json j{{"path", nd.path}, {"name", p.name}};
                 put_value(j, "value", p.value);
                 json.push_back(std::move(j));
@@ -442,6 +445,9 @@ int print_selection(const cli::options &opt, const message &msg) {
     if (!every_param && !param_found)
         return cli::fail(cli::exit_bad_input,
                          opt.args[0] + ": no param matches '" + opt.args[2] + "' in the nodes of '" + opt.args[1] + "'");
+    if (non_utf8)
+        std::fprintf(stderr, "cfgmsg: warning: %s: a %s is not UTF-8 and shows as U+FFFD\n", opt.args[0].c_str(),
+                     non_utf8->substr(non_utf8->rfind(' ') + 1).c_str());
     return cli::write_stdout(opt.json ? dump(json) : out);
 }
 
