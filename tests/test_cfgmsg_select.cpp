@@ -26,7 +26,7 @@ TEST(CfgmsgSelect, PatternsFlatListingsAndBatchEdits) {
 #ifdef CFGMSG_RUNNER
     for (const char *word : {CFGMSG_RUNNER}) runner += std::string(word) + " ";
 #endif
-    const std::string sample = (fs::path(__FILE__).parent_path().parent_path() / "examples").string();
+    const std::string sample = fs::absolute(fs::path(__FILE__).parent_path().parent_path() / "examples").string();
     const std::string setup = "cd " + std::string(dir) + " && T='" + runner + (build / "cfgmsg").string() +
                               "' && S=" + sample + "/sample.msg && ";
     const std::string all = "z.q=1\na.p_0.x=1\na.p_0.y=2\na.p_1.x=3\na.p_10.x=4\nb.v\\.w=5\nb.s=t\\x01u\nb.n=\n";
