@@ -24,7 +24,7 @@ image_ptr fresh_image(std::uint32_t max_ports) {
     return image;
 }
 
-void apply_message(cfg_image_t &image, const std::vector<std::uint8_t> &bytes) {
+void apply_message(cfg_image_t &image, std::span<const std::uint8_t> bytes) {
     all_parser(&image, bytes.data());
 }
 

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -26,7 +27,7 @@ image_ptr fresh_image(std::uint32_t max_ports);
 
 // Parses one whole message (header included, as `decode` accepted it) into
 // the image with all_parser.
-void apply_message(cfg_image_t &image, const std::vector<std::uint8_t> &bytes);
+void apply_message(cfg_image_t &image, std::span<const std::uint8_t> bytes);
 
 // Runs every section writer over `image` (see run_writers in apply.cpp) and
 // gathers their nodes into one message, operation 2. Nodes that several

@@ -30,6 +30,8 @@
 #include "msgtext.h"
 #include "safe_write.h"
 #include "schema.h"
+#include "select.h"
+#include "stream.h"
 #include "textedit.h"
 #include "traced_apply.h"
 #include "value_check.h"
@@ -190,7 +192,7 @@ constexpr const char *apply_help =
     "  --help      this text\n";
 
 constexpr const char *diff_help =
-    "usage: cfgmsg diff [--ports N] [--redact] A B\n"
+    "usage: cfgmsg diff [--ports N] [--redact] [--json | -q] A B\n"
     "\n"
     "Applies the message A and the message B (binary, text or JSON) each to a\n"
     "fresh image (as 'cfgmsg apply' does) and prints the params whose stored\n"
@@ -206,10 +208,14 @@ constexpr const char *diff_help =
     "options:\n"
     "  --ports N   number of analog ports of the device, 1 to 72 (default 72)\n"
     "  --redact    show secrets as *** (a changed password shows as a *** pair)\n"
+    "  --json      print a JSON array instead, one {\"path\", \"name\", \"a\", \"b\"}\n"
+    "              per param: \"a\" the value after A, \"b\" after B (null: no\n"
+    "              value; left out: no such param on that side)\n"
+    "  -q, --quiet print nothing; the exit status alone says whether they differ\n"
     "  --help      this text\n";
 
 constexpr const char *get_help =
-    "usage: cfgmsg get [--redact] FILE [PATH [PARAM]]\n"
+    "usage: cfgmsg get [--redact] [--flat | --json] FILE [PATH [PARAM]]\n"
     "\n"
     "Reads the message in FILE (binary, text or JSON; '-' for standard input).\n"
     "With PATH, prints every node of that path in the text form of 'cfgmsg\n"
@@ -219,14 +225,29 @@ constexpr const char *get_help =
     "A node or param that FILE does not have is reported (exit 1).\n"
     "PATH and PARAM take the escapes that get prints (\\xNN, \\t, \\\\ ...).\n"
     "\n"
+    "PATH and PARAM may be patterns: '*' any run of characters (dots too), '?'\n"
+    "one character, '{0..7}' a number from 0 to 7, '{a,b}' either word; \\* \\?\n"
+    "\\{ \\} \\, \\. \\= are the plain characters, and the escapes of the text\n"
+    "form (\\\\ \\n \\r \\t \\xNN) their bytes. 'config.VOIP.ports.port_{0..7}'\n"
+    "selects the nodes of those ports, 'gain*' the params whose name begins\n"
+    "with gain. A pattern that selects nothing is reported (exit 1).\n"
+    "\n"
     "options:\n"
+    "  --flat    print the selected params (every param without PATH) as\n"
+    "            PATH.PARAM=VALUE lines, the edits that 'cfgmsg set -f' reads:\n"
+    "            control bytes, bytes from 0x80, '\\' and blanks at either end\n"
+    "            escaped as \\\\ \\n \\r \\t \\xNN, '=' and pattern characters of\n"
+    "            PATH and PARAM as \\xNN, a '.' in PARAM as \\.; 'PATH.PARAM='\n"
+    "            is a param without a value\n"
+    "  --json    print the selected params (every param without PATH) as a JSON\n"
+    "            array of {\"path\", \"name\", \"value\"} (null: no value)\n"
     "  --redact  show the values of passwords, keys, secrets and SNMP communities\n"
     "            (and the password word of an SNMP user) as ***\n"
     "  --help    this text\n";
 
 constexpr const char *set_help =
-    "usage: cfgmsg set FILE (-o OUT | -i) [--format F] [--strict] [PATH.PARAM=VALUE...]\n"
-    "                  [--unset PATH.PARAM]... [--delete-node PATH]...\n"
+    "usage: cfgmsg set FILE (-o OUT | -i) [--format F] [--strict] [-q] [PATH.PARAM=VALUE...]\n"
+    "                  [--unset PATH.PARAM]... [--delete-node PATH]... [-f EDITS]\n"
     "\n"
     "Reads the message in FILE (binary, text or JSON) and writes it to OUT\n"
     "with these edits, in this order: every node of each --delete-node PATH is\n"
@@ -252,6 +273,14 @@ constexpr const char *set_help =
     "a value it would not store as given draws a warning on standard error\n"
     "(the value of a secret param is never shown there).\n"
     "\n"
+    "PATH and PARAM may be patterns, as in 'cfgmsg get' ('*', '?', '{0..7}',\n"
+    "'{a,b}'): the edit is made on every node (and param) that FILE has and\n"
+    "the pattern matches; one that matches nothing is reported (exit 1) and\n"
+    "nothing is written. With a pattern, or with -f, the edits are made one at\n"
+    "a time, in the order above and then in the order of the lines of EDITS,\n"
+    "each on the message the edits before it left; PATH.PARAM is then split\n"
+    "at the last '.' that is not escaped ('\\.') or inside braces.\n"
+    "\n"
     "options:\n"
     "  -o OUT                 where to write the new message\n"
     "  -i                     edit FILE in place (the same as -o FILE)\n"
@@ -260,11 +289,22 @@ constexpr const char *set_help =
     "                         refused (exit 1, nothing written)\n"
     "  --unset PATH.PARAM     remove a param\n"
     "  --delete-node PATH     remove a node\n"
+    "  -f EDITS               also make the edits of the file EDITS ('-': standard\n"
+    "                         input), one a line: PATH.PARAM=VALUE (as\n"
+    "                         'cfgmsg get --flat' prints it, VALUE with the\n"
+    "                         escapes of the text form), --unset PATH.PARAM or\n"
+    "                         --delete-node PATH; blank lines and lines starting\n"
+    "                         with '#' are skipped. All or nothing: a line that is\n"
+    "                         no edit is reported with its number (exit 2)\n"
+    "  -q, --quiet            no warnings about values\n"
     "  --help                 this text\n"
     "\n"
-    "Exit status: 0 written, 1 a node or param to remove is absent or a value\n"
-    "refused by --strict (nothing written), 2 usage error, unreadable or\n"
-    "malformed FILE, or OUT could not be written.\n";
+    "example: cfgmsg get --flat A 'config.VOIP.ports.port_*' phone \\\n"
+    "           | sed 's/=555/=556/' | cfgmsg set B -o C -f -\n"
+    "\n"
+    "Exit status: 0 written, 1 a node or param to remove (or a pattern) matches\n"
+    "nothing or a value refused by --strict (nothing written), 2 usage error,\n"
+    "unreadable or malformed FILE or EDITS, or OUT could not be written.\n";
 
 // ----------------------------------------------------------- helpers ---
 
@@ -281,12 +321,6 @@ void warn_non_utf8(const message &msg, const std::string &source) {
 int write_json(const message &msg, const std::string &source) {
     warn_non_utf8(msg, source);
     return write_stdout(cfgmsg::to_json(msg));
-}
-
-std::optional<std::vector<std::uint8_t>> wire_of(const std::string &file) {
-    auto m = load(file);
-    if (!m) return std::nullopt;
-    return cfgmsg::encode(m->msg);
 }
 
 // While it lives, standard output goes to standard error: the library prints
@@ -314,14 +348,16 @@ struct trace_to_stderr {
 // output. Reports and returns nullopt on bad input or a writer fault.
 std::optional<message> configuration_after(const std::vector<std::string> &files, const options &opt,
                                            bool redact) {
-    std::vector<std::vector<std::uint8_t>> messages;
+    std::vector<std::string> messages;
     for (const std::string &file : files) {
-        auto m = wire_of(file);
+        auto m = cfgmsg::wire_bytes(file);
         if (!m) return std::nullopt;
         messages.push_back(std::move(*m));
     }
     const cfgmsg::image_ptr image = cfgmsg::fresh_image(opt.ports);
-    for (std::size_t i = 0; i < files.size(); ++i) cfgmsg::apply_traced(*image, messages[i], files[i]);
+    for (std::size_t i = 0; i < files.size(); ++i)
+        cfgmsg::apply_traced(*image, {reinterpret_cast<const std::uint8_t *>(messages[i].data()), messages[i].size()},
+                             files[i]);
     message out;
     std::string error;
     bool written;
@@ -345,16 +381,6 @@ std::string field_arg(std::string_view word) {
     return raw ? *raw : std::string(word);
 }
 
-std::string node_text(const cfgmsg::node &nd) {
-    std::string out = "[" + cfgmsg::escape(nd.path, cfgmsg::field_kind::path) + "]\n";
-    for (const cfgmsg::param &p : nd.params) {
-        out += "    " + cfgmsg::escape(p.name, cfgmsg::field_kind::name) + " =";
-        if (p.value && !p.value->empty()) out += " " + cfgmsg::escape(*p.value, cfgmsg::field_kind::value);
-        out += '\n';
-    }
-    return out;
-}
-
 // Writes `data` to `out` (safe_write.h); '-' is standard output.
 int write_file(const std::string &out, const std::string &data) {
     if (out == "-") return write_stdout(data);
@@ -364,21 +390,9 @@ int write_file(const std::string &out, const std::string &data) {
 
 // ---------------------------------------------------------- commands ---
 
-int run_decode(const options &opt) {
-    auto m = load(opt.args[0], std::nullopt, cfgmsg::accept_binary);
-    if (!m) return exit_trouble;
-    if (opt.redact) cfgmsg::redact(m->msg);
-    return opt.json ? write_json(m->msg, opt.args[0]) : write_stdout(cfgmsg::to_text(m->msg));
-}
-
-int run_encode(const options &opt) {
-    if (isatty(STDOUT_FILENO))
-        return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
-    auto m = load(opt.args[0], opt.json ? std::optional(msg_format::json) : std::nullopt,
-                  cfgmsg::accept_text | cfgmsg::accept_json);
-    if (!m) return exit_trouble;
-    return write_stdout(cfgmsg::render(m->msg, msg_format::binary));
-}
+// Node by node, in about the memory of the input (stream.h).
+int run_decode(const options &opt) { return cfgmsg::run_decode_streamed(opt); }
+int run_encode(const options &opt) { return cfgmsg::run_encode_streamed(opt); }
 
 int run_apply(const options &opt) {
     auto msg = configuration_after(opt.args, opt, opt.redact);
@@ -403,6 +417,11 @@ int run_diff(const options &opt) {
     auto b = configuration_after({opt.args[1]}, opt, false);
     if (!b) return exit_trouble;
     const std::vector<cfgmsg::param_change> changes = cfgmsg::differences(*a, *b);
+    if (opt.quiet) return changes.empty() ? exit_ok : exit_no;
+    if (opt.json)
+        return write_stdout(cfgmsg::changes_json(changes, opt.redact)) != exit_ok ? exit_trouble
+               : changes.empty()                                                 ? exit_ok
+                                                                                 : exit_no;
     if (changes.empty()) return exit_ok;
     std::string out = "--- " + opt.args[0] + "\n+++ " + opt.args[1] + "\n";
     const std::string *path = nullptr;
@@ -423,6 +442,11 @@ int run_get(const options &opt) {
     auto m = load(file);
     if (!m) return exit_trouble;
     if (opt.redact) cfgmsg::redact(m->msg);
+    // --flat, --json, a pattern or an escape: through the patterns (select.h).
+    if (opt.flat || opt.json ||
+        std::any_of(opt.args.begin() + 1, opt.args.end(),
+                    [](const std::string &w) { return cfgmsg::is_glob(w) || w.find('\\') != std::string::npos; }))
+        return cfgmsg::print_selection(opt, m->msg);
     std::string out;
     if (opt.args.size() == 1) {
         std::set<std::string_view> seen;
@@ -436,7 +460,7 @@ int run_get(const options &opt) {
     for (const cfgmsg::node &nd : m->msg.nodes) {
         if (nd.path != path) continue;
         node_found = true;
-        if (opt.args.size() == 2) out += node_text(nd);
+        if (opt.args.size() == 2) out += cfgmsg::node_text(nd);
         else
             for (const cfgmsg::param &p : nd.params)
                 if (p.name == name) param_found = true, out += p.value.value_or("") + '\n';
@@ -461,6 +485,16 @@ std::optional<std::string> bad_field(std::string_view what, std::string_view tex
     return std::nullopt;
 }
 
+// Writes the edited message to OUT (-o OUT, or FILE with -i) in its form or
+// that of --format.
+int write_edited(const options &opt, const std::string &out, const cfgmsg::loaded_message &m) {
+    const msg_format f = opt.format.value_or(m.format);
+    if (f == msg_format::json) warn_non_utf8(m.msg, opt.args[0]);
+    if (f == msg_format::binary && out == "-" && isatty(STDOUT_FILENO))
+        return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
+    return write_file(out, cfgmsg::render(m.msg, f));
+}
+
 int run_set(const options &opt) {
     const std::string &file = opt.args[0];
     if (opt.in_place && (opt.output || file == "-"))
@@ -471,9 +505,15 @@ int run_set(const options &opt) {
         return fail(exit_usage, "set: -o OUT or -i is required (cfgmsg writes over no file unless told)\n"
                                 "try 'cfgmsg set --help'");
     if (out.empty()) return fail(exit_usage, "set: -o '': the output file name is empty");
-    if (opt.args.size() == 1 && opt.unsets.empty() && opt.delete_nodes.empty())
+    if (opt.args.size() == 1 && opt.unsets.empty() && opt.delete_nodes.empty() && !opt.edits_file)
         return fail(exit_usage, "set: nothing to change: give PATH.PARAM=VALUE, --unset or --delete-node\n"
                                 "try 'cfgmsg set --help'");
+    if (cfgmsg::edits_in_sequence(opt)) {  // -f, or a pattern (select.h)
+        auto m = load(file);
+        if (!m) return exit_trouble;
+        if (const int status = cfgmsg::apply_edits_in_sequence(opt, m->msg, file)) return status;
+        return write_edited(opt, out, *m);
+    }
     cfgmsg::message_edits edits;
     auto bad = [&](const std::string &arg, const std::string &why) {
         return fail(exit_usage, "set: '" + cfgmsg::escape(arg, cfgmsg::field_kind::value) + "': " + why);
@@ -506,7 +546,7 @@ int run_set(const options &opt) {
              {std::pair{"the path", std::string_view(s.path)}, {"the param name", s.name}, {"the value", value}})
             if (auto why = bad_field(what, text))
                 return bad(cfgmsg::is_secret(s.path, s.name) ? s.path + "." + s.name + "=***" : arg, *why);
-        if (auto warning = cfgmsg::value_warning(s.path, s.name, value)) {
+        if (auto warning = cfgmsg::value_warning(s.path, s.name, value); warning && (opt.strict || !opt.quiet)) {
             // What is stored of a secret is the start of it: not shown.
             if (cfgmsg::is_secret(s.path, s.name) && warning->starts_with("stored as"))
                 warning = "the library would not store this value as given (a secret: not shown; 'cfgmsg schema " +
@@ -526,10 +566,7 @@ int run_set(const options &opt) {
     const bool keep_layout = f == msg_format::text && m->format == msg_format::text;
     const cfgmsg::message before = keep_layout ? m->msg : cfgmsg::message{};
     if (!cfgmsg::apply_edits(m->msg, edits, error)) return fail(exit_no, file + ": " + error);
-    if (f == msg_format::json) warn_non_utf8(m->msg, file);
-    if (f == msg_format::binary && out == "-" && isatty(STDOUT_FILENO))
-        return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
-    if (!keep_layout) return write_file(out, cfgmsg::render(m->msg, f));
+    if (!keep_layout) return write_edited(opt, out, *m);
     // The text as it was but for the edited lines, its byte-order mark included.
     return write_file(out, (m->byte_order_mark ? "\xEF\xBB\xBF" : "") + cfgmsg::edit_text(m->text, before, edits, m->msg));
 }
@@ -548,22 +585,24 @@ const command commands[] = {
      "                   library's section writers send it (--json, --ports N)\n",
      apply_help, opt_json | opt_ports | opt_redact, 1, SIZE_MAX, "missing FILE", true, exit_usage, run_apply},
     {"diff", "  diff A B         apply A and B and print the params that differ (--ports N)\n", diff_help,
-     opt_ports | opt_redact, 2, 2, "expects two FILEs, A and B", true, exit_trouble, run_diff},
+     opt_ports | opt_redact | opt_json | opt_quiet, 2, 2, "expects two FILEs, A and B", true, exit_trouble, run_diff},
     {"get",
      "  get FILE [PATH [PARAM]]\n"
      "                   print a node, one param's value, or the node paths\n",
-     get_help, opt_redact, 1,
+     get_help, opt_redact | opt_flat | opt_json, 1,
      3, "expects FILE [PATH [PARAM]]", false, exit_usage, run_get},
     {"set",
      "  set FILE -o OUT PATH.PARAM=VALUE...\n"
      "                   write FILE with params set, unset or nodes deleted to OUT\n",
-     set_help, opt_output | opt_in_place | opt_format | opt_strict | opt_unset | opt_delete_node, 1, SIZE_MAX,
+     set_help, opt_output | opt_in_place | opt_format | opt_strict | opt_unset | opt_delete_node | opt_edits | opt_quiet,
+     1, SIZE_MAX,
      "missing FILE",
      false, exit_usage, run_set},
     {"check",
      "  check FILE...    report the params that the library does not store as sent,\n"
-     "                   and why (--json, --ports N, --redact)\n",
-     cfgmsg::check_help, opt_json | opt_ports | opt_redact, 1, SIZE_MAX, "missing FILE", true, exit_usage, cfgmsg::run_check},
+     "                   and why (--json, --ports N, --redact, -q)\n",
+     cfgmsg::check_help, opt_json | opt_ports | opt_redact | opt_quiet, 1, SIZE_MAX, "missing FILE", true, exit_usage,
+     cfgmsg::run_check},
     {"schema",
      "  schema [PATH]    print the parameter reference: every node path and param with\n"
      "                   its kind, bounds, default and length (--json, --markdown)\n",
@@ -580,7 +619,7 @@ int usage_error(const command &cmd, const std::string &text) {
 // Options of one command with getopt_long. Returns nullopt to go on, or the
 // exit status (help shown, or a usage error reported).
 std::optional<int> parse_options(int argc, char **argv, const command &cmd, options &opt) {
-    enum { o_json = 1000, o_ports, o_redact, o_format, o_strict, o_unset, o_delete, o_markdown };
+    enum { o_json = 1000, o_ports, o_redact, o_format, o_strict, o_unset, o_delete, o_markdown, o_flat };
     static const option longs[] = {{"help", no_argument, nullptr, 'h'},
                                    {"json", no_argument, nullptr, o_json},
                                    {"ports", required_argument, nullptr, o_ports},
@@ -590,13 +629,15 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
                                    {"unset", required_argument, nullptr, o_unset},
                                    {"delete-node", required_argument, nullptr, o_delete},
                                    {"markdown", no_argument, nullptr, o_markdown},
+                                   {"flat", no_argument, nullptr, o_flat},
+                                   {"quiet", no_argument, nullptr, 'q'},
                                    {nullptr, 0, nullptr, 0}};
     auto allowed = [&](unsigned bit) { return (cmd.accepts & bit) != 0; };
     opterr = 0;  // messages of our own
     optind = 1;
     int c;
     int long_index = -1;
-    while ((c = getopt_long(argc, argv, ":hio:", longs, &long_index)) != -1) {
+    while ((c = getopt_long(argc, argv, ":hio:qf:", longs, &long_index)) != -1) {
         const std::string arg = argv[optind - 1];
         const char *value = optarg;
         bool taken = true;
@@ -615,6 +656,14 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
         case o_redact: opt.redact = taken = allowed(opt_redact); break;
         case o_strict: opt.strict = taken = allowed(opt_strict); break;
         case o_markdown: opt.markdown = taken = allowed(opt_markdown); break;
+        case o_flat: opt.flat = taken = allowed(opt_flat); break;
+        case 'q': opt.quiet = taken = allowed(opt_quiet); break;
+        case 'f':
+            if ((taken = allowed(opt_edits))) {
+                if (opt.edits_file) return usage_error(cmd, "-f given twice");
+                opt.edits_file = value;
+            }
+            break;
         case o_unset:
             if ((taken = allowed(opt_unset))) opt.unsets.emplace_back(value);
             break;
@@ -636,7 +685,7 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
             break;
         }
         case ':':
-            return usage_error(cmd, "option '" + (optopt == 'o' ? std::string("-o") : arg) + "' needs a value");
+            return usage_error(cmd, "option '" + (optopt == 'o' || optopt == 'f' ? "-" + std::string(1, static_cast<char>(optopt)) : arg) + "' needs a value");
         default:
             taken = false;
         }
@@ -648,7 +697,8 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
         const bool is_long = arg.starts_with("--");
         if (c == '?' && is_long && optopt != 0)
             return usage_error(cmd, "option '" + arg.substr(0, arg.find('=')) + "' takes no value");
-        const std::string shown = c == 'o' || c == 'i'      ? std::string("-") + static_cast<char>(c)
+        const std::string shown = c == 'o' || c == 'i' || c == 'f' || (c == 'q' && arg == "-q")
+                                      ? std::string("-") + static_cast<char>(c)
                                   : c != '?'                ? std::string("--") + longs[long_index].name
                                   : is_long || optopt == 0 ? arg
                                                            : std::string("-") + static_cast<char>(optopt);

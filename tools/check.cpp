@@ -232,7 +232,7 @@ std::string quoted(const std::optional<std::string> &v)
 }  // namespace
 
 const char *const check_help =
-    "usage: cfgmsg check [--ports N] [--json] [--redact] FILE...\n"
+    "usage: cfgmsg check [--ports N] [--json | -q] [--redact] FILE...\n"
     "\n"
     "Reads the messages in order, as 'apply' does, and reports every param\n"
     "that the library did not store exactly as sent: its node path, name, the\n"
@@ -248,6 +248,7 @@ const char *const check_help =
     "  --ports N  max_ports of the image (1..72, default 72)\n"
     "  --json     the findings as a JSON array of {\"file\", \"path\", \"param\",\n"
     "             \"sent\", \"stored\", \"reason\"}\n"
+    "  -q, --quiet print no finding; the exit status alone tells\n"
     "  --redact   show the values of secret params as *** (as decode --redact)\n"
     "  --help     this text\n"
     "\n"
@@ -275,6 +276,8 @@ int run_check(const cli::options &opt)
             f.stored = redacted(f.path, f.param, f.stored);
         }
 
+    if (opt.quiet)
+        return findings.empty() ? cli::exit_ok : cli::exit_no;
     if (json) {
         auto all = nlohmann::ordered_json::array();
         for (const finding &f : findings) {

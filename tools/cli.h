@@ -23,8 +23,6 @@ inline constexpr int exit_ok = 0;
 inline constexpr int exit_no = 1;
 inline constexpr int exit_trouble = 2;
 inline constexpr int exit_usage = exit_trouble;
-// The former name of exit_no ("no such node" in schema).
-inline constexpr int exit_bad_input = exit_no;
 
 // Options a command may accept (command::accepts is a set of these bits).
 enum option_bit : unsigned {
@@ -38,6 +36,9 @@ enum option_bit : unsigned {
     opt_delete_node = 1u << 7,  // --delete-node PATH (repeatable)
     opt_markdown = 1u << 8,     // --markdown
     opt_in_place = 1u << 9,     // -i (set: OUT is FILE)
+    opt_flat = 1u << 10,        // --flat
+    opt_quiet = 1u << 11,       // -q, --quiet
+    opt_edits = 1u << 12,       // -f EDITS
 };
 
 struct options {
@@ -46,9 +47,12 @@ struct options {
     bool strict = false;
     bool markdown = false;
     bool in_place = false;
+    bool flat = false;
+    bool quiet = false;
     std::uint32_t ports = CFG_MAX_PORTS;
     std::optional<std::string> output;
     std::optional<msg_format> format;
+    std::optional<std::string> edits_file;  // -f
     std::vector<std::string> unsets;
     std::vector<std::string> delete_nodes;
     std::vector<std::string> args;  // the words that are not options, in order

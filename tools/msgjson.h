@@ -36,6 +36,12 @@
 namespace cfgmsg {
 
 std::string to_json(const message &msg);
+// Its parts, for printing a message node by node: to_json is json_head,
+// then each json_node preceded by "\n" (the first) or ",\n" (the others),
+// then json_tail of the node count.
+std::string json_head(const message &msg);
+std::string json_node(const node &nd);
+std::string json_tail(std::size_t nodes);
 
 // Where a JSON document was found wanting: "line L, column C" for a syntax
 // error, a JSON pointer such as "/nodes/3/params/0/value" for a document of
@@ -52,5 +58,7 @@ bool from_json(std::string_view text, message &out, json_error &err);
 // The first path, name or value of `msg` that is not valid UTF-8, as
 // "node N (path) param M name|value", or nullopt when every one is.
 std::optional<std::string> first_non_utf8(const message &msg);
+// The same for node `nd`, the node of number `index` (from 0) of its message.
+std::optional<std::string> non_utf8_in(const node &nd, std::size_t index);
 
 }  // namespace cfgmsg

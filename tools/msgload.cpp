@@ -90,8 +90,50 @@ std::optional<msg_format> format_from_name(std::string_view name) {
     return std::nullopt;
 }
 
+std::string wire_error_text(const std::string &file, const wire_error &err) {
+    return file + ": malformed message " + at_offset(err.offset) + ": " + err.reason;
+}
+
 std::optional<loaded_message> load_message(const std::string &file, std::optional<msg_format> want,
                                            std::string &error, unsigned accepts) {
+    auto in = read_input(file, want, error, accepts);
+    if (!in) return std::nullopt;
+    return parse_input(file, *in, error);
+}
+
+std::optional<loaded_message> parse_input(const std::string &file, const loaded_input &in, std::string &error) {
+    loaded_message out;
+    out.format = in.format;
+    if (out.format == msg_format::binary) {
+        const std::span bytes(reinterpret_cast<const std::uint8_t *>(in.data.data()), in.data.size());
+        wire_error err;
+        if (decode(bytes, out.msg, err)) return out;
+        error = wire_error_text(file, err);
+        return std::nullopt;
+    }
+    if (out.format == msg_format::json) {
+        json_error err;
+        if (from_json(in.data, out.msg, err)) return out;
+        error = file + ": bad JSON at " + err.where + ": " + err.reason;
+        return std::nullopt;
+    }
+    text_error err;
+    out.byte_order_mark = in.byte_order_mark;
+    if (parse_text(in.data, out.msg, err)) {
+        out.text = in.data;
+        return out;
+    }
+    if (const std::ptrdiff_t at = control_byte(in.data); at >= 0) {
+        error = file + ": this looks like binary data (a control byte at offset " + std::to_string(at) +
+                "), not the text form of a message";
+        return std::nullopt;
+    }
+    error = file + ":" + std::to_string(err.line) + ": " + err.reason;
+    return std::nullopt;
+}
+
+std::optional<loaded_input> read_input(const std::string &file, std::optional<msg_format> want, std::string &error,
+                                       unsigned accepts) {
     errno = 0;
     file_ptr f(file == "-" ? stdin : std::fopen(file.c_str(), "rb"));
     if (!f) {
@@ -104,7 +146,7 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
         error = file + ": empty file, no message in it";
         return std::nullopt;
     }
-    loaded_message out;
+    loaded_input out;
     out.format = want.value_or(recognise(data));
     // A UTF-8 byte-order mark before text or JSON is skipped.
     if (out.format != msg_format::binary && data.starts_with(byte_order_mark)) {
@@ -130,6 +172,7 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
                         " is more than cfgmsg reads (64 MiB); is this a configuration message?";
                 return std::nullopt;
             }
+            data.reserve(header_size + body + 1);
             if (!read_more(f.get(), body + 1, data, file, error)) return std::nullopt;
             if (data.size() > header_size + body) {
                 error = file + ": malformed message " + at_offset(header_size + body) +
@@ -138,12 +181,7 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
                 return std::nullopt;
             }
         }
-        const std::span bytes(reinterpret_cast<const std::uint8_t *>(data.data()), data.size());
-        wire_error err;
-        if (!decode(bytes, out.msg, err)) {
-            error = file + ": malformed message " + at_offset(err.offset) + ": " + err.reason;
-            return std::nullopt;
-        }
+        out.data = std::move(data);
         return out;
     }
 
@@ -164,24 +202,8 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
         if (!read_more(f.get(), 65536, data, file, error)) return std::nullopt;
         if (data.size() == checked) break;
     }
-    if (out.format == msg_format::json) {
-        json_error err;
-        if (from_json(data, out.msg, err)) return out;
-        error = file + ": bad JSON at " + err.where + ": " + err.reason;
-        return std::nullopt;
-    }
-    text_error err;
-    if (parse_text(data, out.msg, err)) {
-        out.text = std::move(data);
-        return out;
-    }
-    if (const std::ptrdiff_t at = control_byte(data); at >= 0) {
-        error = file + ": this looks like binary data (a control byte at offset " + std::to_string(at) +
-                "), not the text form of a message";
-        return std::nullopt;
-    }
-    error = file + ":" + std::to_string(err.line) + ": " + err.reason;
-    return std::nullopt;
+    out.data = std::move(data);
+    return out;
 }
 
 std::string render(const message &msg, msg_format f) {

@@ -50,6 +50,23 @@ enum : unsigned { accept_binary = 1, accept_text = 2, accept_json = 4, accept_an
 std::optional<loaded_message> load_message(const std::string &file, std::optional<msg_format> want,
                                            std::string &error, unsigned accepts = accept_any);
 
+// The bytes of FILE, read and recognised as load_message reads them, but
+// not parsed: a binary message is framed (header and declared body, no
+// more) and not yet decoded. For the commands that stream a large message.
+struct loaded_input {
+    std::string data;
+    msg_format format = msg_format::binary;
+    bool byte_order_mark = false;  // the text began with one (skipped)
+};
+std::optional<loaded_input> read_input(const std::string &file, std::optional<msg_format> want, std::string &error,
+                                       unsigned accepts = accept_any);
+
+// The message of an input that read_input returned, as load_message gives it.
+std::optional<loaded_message> parse_input(const std::string &file, const loaded_input &in, std::string &error);
+
+// "FILE: malformed message at byte offset N (0xN): reason".
+std::string wire_error_text(const std::string &file, const wire_error &err);
+
 // The message in the given form: wire bytes, text or JSON (as decode prints).
 std::string render(const message &msg, msg_format f);
 

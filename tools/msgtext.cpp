@@ -3,6 +3,7 @@
 #include "msgtext.h"
 
 #include <charconv>
+#include <functional>
 #include <cstdio>
 #include <stdexcept>
 
@@ -231,17 +232,19 @@ std::vector<std::uint8_t> encode(const message &msg) {
     put_u32(out, static_cast<std::uint32_t>(body));
     put_u32(out, msg.header2);
     out.push_back(msg.operation);
-    for (const node &nd : msg.nodes) {
-        if (nd.params.size() > max_field) throw std::length_error("more than 65535 params in a node");
-        put_field(out, nd.path, "path");
-        put_u16(out, nd.params.size());
-        for (const param &p : nd.params) {
-            put_field(out, p.name, "param name");
-            put_field(out, p.value.value_or(std::string()), "param value");
-        }
-    }
+    for (const node &nd : msg.nodes) encode_node(out, nd);
     if (msg.terminator) out.push_back(*msg.terminator);
     return out;
+}
+
+void encode_node(std::vector<std::uint8_t> &out, const node &nd) {
+    if (nd.params.size() > max_field) throw std::length_error("more than 65535 params in a node");
+    put_field(out, nd.path, "path");
+    put_u16(out, nd.params.size());
+    for (const param &p : nd.params) {
+        put_field(out, p.name, "param name");
+        put_field(out, p.value.value_or(std::string()), "param value");
+    }
 }
 
 // Walks the body the way the parser does: a node is read while at least 2
@@ -250,6 +253,11 @@ std::vector<std::uint8_t> encode(const message &msg) {
 bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &out,
                  wire_error &err) {
     out.nodes.clear();
+    return decode_body(body, base, out, [&](node &&nd) { out.nodes.push_back(std::move(nd)); }, err);
+}
+
+bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &out,
+                 const std::function<void(node &&)> &sink, wire_error &err) {
     if (body.empty()) return fail(err, base, "empty body: no operation byte");
     out.operation = body[0];
     std::size_t pos = 1;
@@ -290,7 +298,7 @@ bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &
             }
             nd.params.push_back(std::move(p));
         }
-        out.nodes.push_back(std::move(nd));
+        sink(std::move(nd));
     }
     out.terminator.reset();
     if (left() == 1) out.terminator = body[pos];
@@ -298,6 +306,12 @@ bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &
 }
 
 bool decode(std::span<const std::uint8_t> bytes, message &out, wire_error &err) {
+    out.nodes.clear();
+    return decode(bytes, out, [&](node &&nd) { out.nodes.push_back(std::move(nd)); }, err);
+}
+
+bool decode(std::span<const std::uint8_t> bytes, message &out, const std::function<void(node &&)> &sink,
+            wire_error &err) {
     if (bytes.size() < header_size)
         return fail(err, bytes.size(),
                     format("the message ends inside its 12-byte header (%s)", byte_count(bytes.size()).c_str()));
@@ -309,7 +323,7 @@ bool decode(std::span<const std::uint8_t> bytes, message &out, wire_error &err) 
                     format("body length %zu is larger than the %s after the header", body, byte_count(avail).c_str()));
     out.header0 = read_u32(bytes, 0);
     out.header2 = read_u32(bytes, 8);
-    if (!decode_body(bytes.subspan(header_size, body), header_size, out, err)) return false;
+    if (!decode_body(bytes.subspan(header_size, body), header_size, out, sink, err)) return false;
     if (body < avail)
         return fail(err, header_size + body,
                     (byte_count(avail - body) + " of trailing garbage after the end of the body"));
@@ -340,20 +354,27 @@ std::optional<std::string> unescape_field(std::string_view text, std::string &re
 }
 
 std::string to_text(const message &msg) {
-    std::string out = format("# body length %zu, %zu node%s\n", body_length(msg), msg.nodes.size(),
-                             msg.nodes.size() == 1 ? "" : "s");
+    std::string out = text_header(msg, body_length(msg), msg.nodes.size());
+    for (const node &nd : msg.nodes) out += "\n" + node_text(nd);
+    return out;
+}
+
+std::string text_header(const message &msg, std::size_t body, std::size_t nodes) {
+    std::string out = format("# body length %zu, %zu node%s\n", body, nodes, nodes == 1 ? "" : "s");
     out += format("header0 = 0x%08x\nheader2 = 0x%08x\noperation = %u\n",
                   static_cast<unsigned>(msg.header0), static_cast<unsigned>(msg.header2),
                   static_cast<unsigned>(msg.operation));
     if (!msg.terminator) out += "terminator = none\n";
     else if (*msg.terminator != 0) out += format("terminator = 0x%02x\n", static_cast<unsigned>(*msg.terminator));
-    for (const node &nd : msg.nodes) {
-        out += "\n[" + escape(nd.path, field_kind::path) + "]\n";
-        for (const param &p : nd.params) {
-            out += "    " + escape(p.name, field_kind::name) + " =";
-            if (p.value && !p.value->empty()) out += " " + escape(*p.value, field_kind::value);
-            out += '\n';
-        }
+    return out;
+}
+
+std::string node_text(const node &nd) {
+    std::string out = "[" + escape(nd.path, field_kind::path) + "]\n";
+    for (const param &p : nd.params) {
+        out += "    " + escape(p.name, field_kind::name) + " =";
+        if (p.value && !p.value->empty()) out += " " + escape(*p.value, field_kind::value);
+        out += '\n';
     }
     return out;
 }

@@ -35,6 +35,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -92,13 +93,30 @@ std::vector<std::uint8_t> encode(const message &msg);
 // the body length says. On failure fills `err` and returns false.
 bool decode(std::span<const std::uint8_t> bytes, message &out, wire_error &err);
 
+// The same, handing each node to `sink` as soon as it is read instead of
+// keeping it in `out` (which gets the header fields only), so that a large
+// message is read in the memory of one node. Nodes before a fault have been
+// handed over when it is reported.
+bool decode(std::span<const std::uint8_t> bytes, message &out, const std::function<void(node &&)> &sink,
+            wire_error &err);
+
 // Reads a body alone (operation byte, nodes, closing byte), as the section
 // writers produce it; offsets in `err` count from `base`.
 bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &out,
                  wire_error &err);
+bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &out,
+                 const std::function<void(node &&)> &sink, wire_error &err);
 
 // Text form of `msg`, as described at the top of this file.
 std::string to_text(const message &msg);
+// Its parts: the lines before the first node (header fields of `msg`, and
+// a comment with the body length and node count), and one node ('[path]'
+// and its params).
+std::string text_header(const message &msg, std::size_t body, std::size_t nodes);
+std::string node_text(const node &nd);
+
+// The wire bytes of one node, appended to `out`; throws as `encode` does.
+void encode_node(std::vector<std::uint8_t> &out, const node &nd);
 
 // Parses the text form. On failure fills `err` and returns false. A message
 // that parses always encodes (every length is checked here).

@@ -1,5 +1,7 @@
 #include "schema.h"
 
+#include "select.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cstdio>
@@ -200,7 +202,9 @@ const char *const schema_help =
     "each param in the order its keys are matched, how the value is read, its\n"
     "bounds, default and text length, and whether the section's writer sends it.\n"
     "PATH, a concrete path (config.VOIP.ports.port_5) or the beginning of one\n"
-    "(config.Network), prints only the nodes it selects.\n"
+    "(config.Network), prints only the nodes it selects; a pattern as in\n"
+    "'cfgmsg get' ('*', '?', '{0..7}', '{a,b}': config.VOIP.ports.port_{0..7})\n"
+    "selects the nodes with a path that it matches.\n"
     "\n"
     "options:\n"
     "  --json      one JSON object per node: {\"path\", \"writer\", \"params\": [{\"name\",\n"
@@ -325,15 +329,26 @@ int run_schema(const cli::options &opt)
     // A concrete path selects its own node kind; otherwise PATH is the
     // beginning of the paths it selects.
     std::vector<const node_kind *> nodes;
+    glob pattern;
+    std::string error;
+    if (filter && is_glob(*filter)) {
+        if (!compile_glob(*filter, pattern, error))
+            return cli::fail(cli::exit_usage, "schema: " + error);
+        for (const node_kind &nk : cfg::keys::node_kinds())
+            if (kind_selected(nk.path, pattern))
+                nodes.push_back(&nk);
+        if (nodes.empty())
+            return cli::fail(cli::exit_no, "schema: no node path matches '" + *filter + "'");
+    }
     for (const node_kind &nk : cfg::keys::node_kinds())
-        if (filter && path_entry(nk.path, *filter))
+        if (filter && !pattern.wild && path_entry(nk.path, *filter))
             nodes.push_back(&nk);
     if (nodes.empty())
         for (const node_kind &nk : cfg::keys::node_kinds())
             if (path_selected(nk.path, filter.value_or("")))
                 nodes.push_back(&nk);
     if (nodes.empty()) {
-        return cli::fail(cli::exit_bad_input, "schema: no node path begins with '" + *filter + "'");
+        return cli::fail(cli::exit_no, "schema: no node path begins with '" + *filter + "'");
     }
     if (json) {
         auto all = nlohmann::ordered_json::array();
@@ -352,7 +367,7 @@ int run_schema(const cli::options &opt)
     } else {
         print_text(nodes);
     }
-    return std::fflush(stdout) == 0 ? cli::exit_ok : cli::fail(cli::exit_bad_input, "cannot write standard output");
+    return std::fflush(stdout) == 0 ? cli::exit_ok : cli::fail(cli::exit_trouble, "cannot write standard output");
 }
 
 }  // namespace cfgmsg

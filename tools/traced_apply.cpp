@@ -60,7 +60,7 @@ std::string_view untimed(std::string_view line) {
 
 }  // namespace
 
-void apply_traced(cfg_image_t &image, const std::vector<std::uint8_t> &bytes, const std::string &file) {
+void apply_traced(cfg_image_t &image, std::span<const std::uint8_t> bytes, const std::string &file) {
     const auto copy = std::unique_ptr<cfg_image_t, void (*)(void *)>(
         static_cast<cfg_image_t *>(std::malloc(sizeof(cfg_image_t))), std::free);
     if (copy) std::memcpy(copy.get(), &image, sizeof(cfg_image_t));
@@ -73,8 +73,9 @@ void apply_traced(cfg_image_t &image, const std::vector<std::uint8_t> &bytes, co
     wire_error err;
     if (copy && decode(bytes, msg, err)) {
         std::vector<std::string> again;
+        message one = msg;
+        one.nodes.clear();
         for (const node &nd : msg.nodes) {
-            message one = msg;
             one.nodes.assign(1, nd);
             for (std::string &line : captured_lines([&] { apply_message(*copy, encode(one)); })) {
                 again.push_back(std::move(line));

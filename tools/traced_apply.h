@@ -5,6 +5,7 @@
 #include <cfgparser.h>
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,6 @@ namespace cfgmsg {
 // by parsing the message again node by node over a copy of the image as it
 // was; when that does not draw the same lines, they are prefixed with the
 // file alone.
-void apply_traced(cfg_image_t &image, const std::vector<std::uint8_t> &bytes, const std::string &file);
+void apply_traced(cfg_image_t &image, std::span<const std::uint8_t> bytes, const std::string &file);
 
 }  // namespace cfgmsg
