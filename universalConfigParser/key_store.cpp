@@ -252,7 +252,7 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value, u
         return get_string(reinterpret_cast<char *>(at), k.at.size, value);
     case rule::clamped: {
         // The 64-bit conversion saturates, so a huge text is held at max.
-        const long long n = numbers::absent(value) ? 0 : std::strtoll(value, nullptr, 10);
+        const long long n = numbers::absent(value) ? 0 : numbers::parse_int64(value);
         return put(k, at, n < k.min ? k.min : n > k.max ? k.max : n);
     }
     case rule::flag_list:
