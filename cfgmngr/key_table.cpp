@@ -1,27 +1,30 @@
 // Key lookup and the reading of a row's member, shared by the parser, the
 // writers and the tool.
 #include "cfgmngr/key_table.h"
+#include "cfgmngr/key_index.h"
 
 #include <bit>
 #include <cstring>
 
 namespace cfg::keys {
 
-static_assert(std::endian::native == std::endian::little, "name_hash reads names as little-endian words");
+static_assert(std::endian::native == std::endian::little, "the index reads names as little-endian words");
 
 const key *find(const table &t, std::string_view name) noexcept
 {
     const std::size_t n = t.rows.size();
     if (n == 0)
         return nullptr;
-    // Most names are a key as it stands.
-    const uint32_t h = name_hash(name);
-    for (std::size_t slot = h & t.hash_mask; t.hashed[slot] != 0; slot = (slot + 1) & t.hash_mask) {
-        if (t.hashes[slot] != h)
-            continue;
+    // Most names are a key as it stands: the slot's key is compared with the
+    // name by its length and words (and the bytes between them).
+    const name_words words = words_of(name.data(), name.size());
+    for (std::size_t slot = name_slot(words, name.size(), t.seed) & t.hash_mask; t.hashed[slot] != 0;
+         slot = (slot + 1) & t.hash_mask) {
         const std::size_t p = t.hashed[slot] - 1u;
-        if (t.rows[t.sorted[p]].name == name)
-            return &t.rows[t.winner[p]];
+        const name_entry &e = t.entries[p];
+        if (e.words.head == words.head && e.words.tail == words.tail && e.length == name.size() &&
+            (name.size() <= 16 || same_middle(name.data(), t.rows[t.sorted[p]].name.data(), name.size())))
+            return &t.rows[e.winner];
     }
     // Otherwise the longest key the name begins with is a prefix of the
     // greatest key not above the name: find that key, then step to shorter
@@ -43,7 +46,7 @@ const key *find(const table &t, std::string_view name) noexcept
         ++common;
     while (p >= 0 && t.rows[t.sorted[p]].name.size() > common)
         p = t.parent[p];
-    return p < 0 ? nullptr : &t.rows[t.winner[p]];
+    return p < 0 ? nullptr : &t.rows[t.entries[p].winner];
 }
 
 namespace {
