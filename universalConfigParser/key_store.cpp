@@ -20,12 +20,16 @@ uint8_t *member(const key &k, void *record, unsigned entry) noexcept
 
 // Writes a number as a cast to the member's type writes it (its low bytes),
 // or into the member's bits.
-void put(const key &k, uint8_t *at, int64_t value) noexcept
+inline void put(const key &k, uint8_t *at, int64_t value) noexcept
 {
     auto v = static_cast<uint32_t>(value);
     if (k.at.width != 0) {
         uint32_t word = 0;
-        std::memcpy(&word, at, k.at.size); // little-endian targets: the low bytes
+        switch (k.at.size) { // little-endian targets: the low bytes
+        case 1: std::memcpy(&word, at, 1); break;
+        case 2: std::memcpy(&word, at, 2); break;
+        default: std::memcpy(&word, at, 4); break;
+        }
         const uint32_t mask = ((1u << k.at.width) - 1u) << k.at.bit;
         v = (word & ~mask) | ((v << k.at.bit) & mask);
     }
