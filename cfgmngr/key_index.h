@@ -93,6 +93,28 @@ constexpr std::size_t hash_slots_for(std::size_t rows) noexcept
     return slots;
 }
 
+// find() for a name that is no key as it stands (the sorted search).
+const key *find_by_prefix(const table &t, std::string_view name) noexcept;
+
+// find() as the parser's param loop inlines it.
+inline const key *find_inline(const table &t, std::string_view name) noexcept
+{
+    if (t.rows.empty())
+        return nullptr;
+    // Most names are a key as it stands: the slot's key is compared with the
+    // name by its length and words (and the bytes between them).
+    const name_words words = words_of(name.data(), name.size());
+    for (std::size_t slot = name_slot(words, name.size(), t.seed) & t.hash_mask; t.hashed[slot] != 0;
+         slot = (slot + 1) & t.hash_mask) {
+        const std::size_t p = t.hashed[slot] - 1u;
+        const name_entry &e = t.entries[p];
+        if (e.words.head == words.head && e.words.tail == words.tail && e.length == name.size() &&
+            (name.size() <= 16 || same_middle(name.data(), t.rows[t.sorted[p]].name.data(), name.size())))
+            return &t.rows[e.winner];
+    }
+    return find_by_prefix(t, name);
+}
+
 template <std::size_t N>
 struct index_data {
     static constexpr std::size_t slots = hash_slots_for(N);

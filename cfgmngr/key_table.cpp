@@ -10,12 +10,10 @@ namespace cfg::keys {
 
 static_assert(std::endian::native == std::endian::little, "the index reads names as little-endian words");
 
-namespace {
-
 // A name that is no key as it stands: the longest key the name begins with
 // is a prefix of the greatest key not above the name. Find that key, then
 // step to shorter keys it begins with until one is a prefix of the name.
-[[gnu::noinline]] const key *find_by_prefix(const table &t, std::string_view name) noexcept
+const key *find_by_prefix(const table &t, std::string_view name) noexcept
 {
     std::size_t lo = 0, hi = t.rows.size(); // first key above the name
     while (lo < hi) {
@@ -37,24 +35,9 @@ namespace {
     return p < 0 ? nullptr : &t.rows[t.entries[p].winner];
 }
 
-} // namespace
-
 const key *find(const table &t, std::string_view name) noexcept
 {
-    if (t.rows.empty())
-        return nullptr;
-    // Most names are a key as it stands: the slot's key is compared with the
-    // name by its length and words (and the bytes between them).
-    const name_words words = words_of(name.data(), name.size());
-    for (std::size_t slot = name_slot(words, name.size(), t.seed) & t.hash_mask; t.hashed[slot] != 0;
-         slot = (slot + 1) & t.hash_mask) {
-        const std::size_t p = t.hashed[slot] - 1u;
-        const name_entry &e = t.entries[p];
-        if (e.words.head == words.head && e.words.tail == words.tail && e.length == name.size() &&
-            (name.size() <= 16 || same_middle(name.data(), t.rows[t.sorted[p]].name.data(), name.size())))
-            return &t.rows[e.winner];
-    }
-    return find_by_prefix(t, name);
+    return find_inline(t, name);
 }
 
 namespace {
