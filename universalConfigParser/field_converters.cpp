@@ -34,6 +34,13 @@ bool number_follows(const char *text) noexcept
 
 } // namespace
 
+int64_t parse_int64(const char *text) noexcept
+{
+    int64_t n = 0;
+    const char *end = nullptr;
+    return plain_decimal(text, n, end) ? n : std::strtoll(text, nullptr, 10);
+}
+
 // The text is read once where it has the common form; only other texts are
 // tested for a number and then converted by the C library.
 bool scan_int(const char *text, int32_t &out) noexcept

@@ -20,7 +20,7 @@ uint8_t *member(const key &k, void *record, unsigned entry) noexcept
 
 // Writes a number as a cast to the member's type writes it (its low bytes),
 // or into the member's bits.
-inline void put(const key &k, uint8_t *at, int64_t value) noexcept
+void put(const key &k, uint8_t *at, int64_t value) noexcept
 {
     auto v = static_cast<uint32_t>(value);
     if (k.at.width != 0) {

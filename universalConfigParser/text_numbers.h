@@ -38,12 +38,7 @@ inline bool plain_decimal(const char *text, int64_t &out, const char *&end) noex
 // strtoll(text, nullptr, 10): leading white space, one optional sign, digits
 // up to the first non-digit; no digits gives 0, a number beyond the 64-bit
 // range is held at its limit (and errno set).
-inline int64_t parse_int64(const char *text) noexcept
-{
-    int64_t n = 0;
-    const char *end = nullptr;
-    return plain_decimal(text, n, end) ? n : std::strtoll(text, nullptr, 10);
-}
+int64_t parse_int64(const char *text) noexcept;
 
 // atoi/atoll semantics: leading white space, one optional sign, digits up to
 // the first non-digit; no digits gives 0. The value is parsed as a 64-bit
