@@ -1,32 +1,21 @@
 // Key lookup and the reading of a row's member, shared by the parser, the
 // writers and the tool.
 #include "cfgmngr/key_table.h"
+#include "cfgmngr/key_index.h"
 
 #include <bit>
 #include <cstring>
 
 namespace cfg::keys {
 
-static_assert(std::endian::native == std::endian::little, "name_hash reads names as little-endian words");
+static_assert(std::endian::native == std::endian::little, "the index reads names as little-endian words");
 
-const key *find(const table &t, std::string_view name) noexcept
+// A name that is no key as it stands: the longest key the name begins with
+// is a prefix of the greatest key not above the name. Find that key, then
+// step to shorter keys it begins with until one is a prefix of the name.
+const key *find_by_prefix(const table &t, std::string_view name) noexcept
 {
-    const std::size_t n = t.rows.size();
-    if (n == 0)
-        return nullptr;
-    // Most names are a key as it stands.
-    const uint32_t h = name_hash(name);
-    for (std::size_t slot = h & t.hash_mask; t.hashed[slot] != 0; slot = (slot + 1) & t.hash_mask) {
-        if (t.hashes[slot] != h)
-            continue;
-        const std::size_t p = t.hashed[slot] - 1u;
-        if (t.rows[t.sorted[p]].name == name)
-            return &t.rows[t.winner[p]];
-    }
-    // Otherwise the longest key the name begins with is a prefix of the
-    // greatest key not above the name: find that key, then step to shorter
-    // keys it begins with until one is a prefix of the name.
-    std::size_t lo = 0, hi = n; // first key above the name
+    std::size_t lo = 0, hi = t.rows.size(); // first key above the name
     while (lo < hi) {
         const std::size_t mid = (lo + hi) / 2;
         if (t.rows[t.sorted[mid]].name <= name)
@@ -43,7 +32,12 @@ const key *find(const table &t, std::string_view name) noexcept
         ++common;
     while (p >= 0 && t.rows[t.sorted[p]].name.size() > common)
         p = t.parent[p];
-    return p < 0 ? nullptr : &t.rows[t.winner[p]];
+    return p < 0 ? nullptr : &t.rows[t.entries[p].winner];
+}
+
+const key *find(const table &t, std::string_view name) noexcept
+{
+    return find_inline(t, name);
 }
 
 namespace {

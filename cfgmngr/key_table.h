@@ -266,107 +266,20 @@ constexpr key special(std::string_view name, field f, rule r, int64_t min = 0, i
 }
 
 // ---------------------------------------------------------------------------
-// The index of a table, built at compile time.
+// A table and its index (cfgmngr/key_index.h builds the index at compile
+// time), as the parser and the tool use it.
 
-// The hash of the exact-name lookup: the length and the first and last
-// eight bytes of the name (little-endian words), mixed by multiplication.
-// Cheap for the short names of the tables; names that agree in all three
-// only share a probe sequence.
-constexpr uint64_t name_word(const char *bytes, std::size_t n) noexcept
-{
-    uint64_t w = 0;
-    if (!std::is_constant_evaluated() && n == 8) {
-        __builtin_memcpy(&w, bytes, 8); // little-endian targets: the same word
-        return w;
-    }
-    for (std::size_t i = 0; i < n; ++i)
-        w |= uint64_t{static_cast<uint8_t>(bytes[i])} << (8 * i);
-    return w;
-}
+struct name_entry;
 
-constexpr uint32_t name_hash(std::string_view name) noexcept
-{
-    const std::size_t n = name.size();
-    const uint64_t first = name_word(name.data(), n < 8 ? n : 8);
-    const uint64_t last = n < 8 ? first : name_word(name.data() + (n - 8), 8);
-    const uint64_t h = first * 0x9E3779B97F4A7C15ull ^ last * 0xC2B2AE3D27D4EB4Full ^ n * 0x165667B19E3779F9ull;
-    return static_cast<uint32_t>(h >> 32) ^ static_cast<uint32_t>(h);
-}
-
-constexpr std::size_t hash_slots_for(std::size_t rows) noexcept
-{
-    std::size_t slots = 8;
-    while (slots < rows * 2)
-        slots *= 2;
-    return slots;
-}
-
-template <std::size_t N>
-struct index_data {
-    static constexpr std::size_t slots = hash_slots_for(N);
-    std::array<uint16_t, N> sorted{};     // row numbers, names in ascending order
-    std::array<int16_t, N> parent{};      // sorted position of the longest key that is a
-                                          // proper prefix of this one (-1: none)
-    std::array<uint16_t, N> winner{};     // row that a name equal to this key selects
-    std::array<uint16_t, slots> hashed{}; // sorted position + 1 of each key, open addressing
-    std::array<uint32_t, slots> hashes{}; // the hash of the key in each slot
-};
-
-template <std::size_t N>
-constexpr index_data<N> make_index(const key (&rows)[N]) noexcept
-{
-    index_data<N> d;
-    for (std::size_t i = 0; i < N; ++i)
-        d.sorted[i] = static_cast<uint16_t>(i);
-    // Insertion sort, stable: equal names keep their table order.
-    for (std::size_t i = 1; i < N; ++i)
-        for (std::size_t j = i; j > 0 && rows[d.sorted[j]].name < rows[d.sorted[j - 1]].name; --j)
-            std::swap(d.sorted[j], d.sorted[j - 1]);
-    for (std::size_t p = 0; p < N; ++p) {
-        const std::string_view name = rows[d.sorted[p]].name;
-        d.parent[p] = -1;
-        std::size_t longest = 0;
-        for (std::size_t q = 0; q < N; ++q) {
-            const std::string_view other = rows[d.sorted[q]].name;
-            if (other.size() < name.size() && name.starts_with(other) &&
-                (d.parent[p] < 0 || other.size() >= longest)) {
-                d.parent[p] = static_cast<int16_t>(q);
-                longest = other.size();
-            }
-        }
-        // The first row (in table order) whose key the name begins with.
-        std::size_t first = N;
-        for (std::size_t r = 0; r < N && first == N; ++r)
-            if (name.starts_with(rows[r].name))
-                first = r;
-        d.winner[p] = static_cast<uint16_t>(first);
-        const uint32_t h = name_hash(name);
-        std::size_t slot = h & (index_data<N>::slots - 1);
-        while (d.hashed[slot] != 0)
-            slot = (slot + 1) & (index_data<N>::slots - 1);
-        d.hashed[slot] = static_cast<uint16_t>(p + 1);
-        d.hashes[slot] = h;
-    }
-    return d;
-}
-
-// A table and its index, as the parser and the tool use it.
 struct table {
     std::span<const key> rows;
     const uint16_t *sorted;
     const int16_t *parent;
-    const uint16_t *winner;
+    const name_entry *entries;
     const uint16_t *hashed;
-    const uint32_t *hashes;
     std::size_t hash_mask;
+    uint32_t seed;
 };
-
-template <std::size_t N>
-constexpr table make_table(const key (&rows)[N], const index_data<N> &index) noexcept
-{
-    return table{rows, index.sorted.data(), index.parent.data(), index.winner.data(),
-                 index.hashed.data(), index.hashes.data(), index_data<N>::slots - 1};
-}
 
 // The row a param name selects (the first key in table order that the name
 // begins with), or nullptr when it begins with none.

@@ -2,6 +2,8 @@
 // kinds that use them.
 #include "cfgmngr/key_tables.h"
 
+#include "cfgmngr/key_index.h"
+
 #include "cfgmngr/keys_network.h"
 #include "cfgmngr/keys_ports.h"
 #include "cfgmngr/keys_switch.h"

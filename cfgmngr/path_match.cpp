@@ -16,7 +16,15 @@ namespace {
 // up to 12 capture groups.
 constexpr int vector_size = 40;
 
-bool is_space(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+// Letters and digits are white space in no locale; other bytes are asked of
+// the locale's table.
+bool is_space(char c) noexcept
+{
+    const auto u = static_cast<unsigned char>(c);
+    if (static_cast<unsigned>((u | 0x20) - 'a') < 26 || static_cast<unsigned>(u - '0') < 10)
+        return false;
+    return std::isspace(u) != 0;
+}
 
 // Appends a copy of text to the table, keeping room for one pointer more
 // than the count. On exhausted memory the text is skipped.

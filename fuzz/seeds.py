@@ -65,6 +65,9 @@ GROUP_PORTS = ["0,3,7", "", " 1,+2", "0,8", "-1", "0;3", "0 ,3", ",", "1,,2",
 PORT_STRINGS = ["1 0 1 0 0 1", "1,1,1,1,1,1", "1 10 0 0 0 0", "2 1 1 1 1 1", "1 1 1 1 1 1 1",
                 "", "111111", "-1 1 1 1 1 1", "1 a 1 b 1 c", "1 4294967297 1"]
 
+NUMBERS = ["0", "-0", "+7", " 12", "\t-3", "12abc", "+-5", "-", "999999999999999999", "1000000000000000000",
+           "9223372036854775807", "9223372036854775808", "-9223372036854775809", "4294967296"]
+
 # Port counts put in front of the converters' texts.
 PORT_COUNTS = [8, 16, 72, 96, 200]
 
@@ -123,7 +126,7 @@ def main():
     out = sys.argv[1]
     folders = {}
     for target in ["all_parser", "status_parsers", "dial_plan_rule", "port_mask", "group_ports",
-                   "firewall_rule", "eth_port", "msgtext_decode", "msgtext_text", "roundtrip"]:
+                   "firewall_rule", "eth_port", "msgtext_decode", "msgtext_text", "roundtrip", "numbers"]:
         folders[target] = os.path.join(out, target)
         os.makedirs(folders[target], exist_ok=True)
 
@@ -213,6 +216,10 @@ def main():
             write_seed(folders["port_mask"], bytes([count]) + text.encode("latin-1"))
         for text in groups:
             write_seed(folders["group_ports"], bytes([min(count, 100)]) + text.encode("latin-1"))
+    # Every value of the example configuration, and numbers at the edges of
+    # the conversions.
+    for text in {v for _, v in params} | set(NUMBERS):
+        write_seed(folders["numbers"], text)
     # A damaged group record (top bit of the first byte): ports and a count past the list.
     write_seed(folders["group_ports"], bytes([0x80]) + struct.pack("<I", 4000000000) * 150)
 

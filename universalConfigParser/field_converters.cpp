@@ -34,8 +34,23 @@ bool number_follows(const char *text) noexcept
 
 } // namespace
 
+int64_t parse_int64(const char *text) noexcept
+{
+    int64_t n = 0;
+    const char *end = nullptr;
+    return plain_decimal(text, n, end) ? n : std::strtoll(text, nullptr, 10);
+}
+
+// The text is read once where it has the common form; only other texts are
+// tested for a number and then converted by the C library.
 bool scan_int(const char *text, int32_t &out) noexcept
 {
+    int64_t n = 0;
+    const char *end = nullptr;
+    if (text != nullptr && plain_decimal(text, n, end)) {
+        out = static_cast<int32_t>(n);
+        return true;
+    }
     if (!number_follows(text))
         return false;
     out = parse_int(text);
@@ -44,6 +59,12 @@ bool scan_int(const char *text, int32_t &out) noexcept
 
 bool scan_uint(const char *text, uint32_t &out) noexcept
 {
+    int64_t n = 0;
+    const char *end = nullptr;
+    if (text != nullptr && plain_decimal(text, n, end)) {
+        out = static_cast<uint32_t>(static_cast<uint64_t>(n));
+        return true;
+    }
     if (!number_follows(text))
         return false;
     out = parse_uint_low32(text);
@@ -52,6 +73,9 @@ bool scan_uint(const char *text, uint32_t &out) noexcept
 
 const char *scan_entry(const char *text, int64_t &out) noexcept
 {
+    const char *plain_end = nullptr;
+    if (text != nullptr && plain_decimal(text, out, plain_end))
+        return plain_end;
     if (!number_follows(text))
         return nullptr;
     char *end = nullptr;

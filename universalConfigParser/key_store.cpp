@@ -25,7 +25,11 @@ void put(const key &k, uint8_t *at, int64_t value) noexcept
     auto v = static_cast<uint32_t>(value);
     if (k.at.width != 0) {
         uint32_t word = 0;
-        std::memcpy(&word, at, k.at.size); // little-endian targets: the low bytes
+        switch (k.at.size) { // little-endian targets: the low bytes
+        case 1: std::memcpy(&word, at, 1); break;
+        case 2: std::memcpy(&word, at, 2); break;
+        default: std::memcpy(&word, at, 4); break;
+        }
         const uint32_t mask = ((1u << k.at.width) - 1u) << k.at.bit;
         v = (word & ~mask) | ((v << k.at.bit) & mask);
     }
@@ -252,7 +256,7 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value, u
         return get_string(reinterpret_cast<char *>(at), k.at.size, value);
     case rule::clamped: {
         // The 64-bit conversion saturates, so a huge text is held at max.
-        const long long n = numbers::absent(value) ? 0 : std::strtoll(value, nullptr, 10);
+        const long long n = numbers::absent(value) ? 0 : numbers::parse_int64(value);
         return put(k, at, n < k.min ? k.min : n > k.max ? k.max : n);
     }
     case rule::flag_list:

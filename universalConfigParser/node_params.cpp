@@ -1,5 +1,7 @@
 #include "universalConfigParser/node_params.h"
 
+#include "cfgmngr/key_index.h"
+
 #include <cstring>
 
 namespace cfg::parse {
@@ -31,10 +33,12 @@ node_end finish_node(const node &n, uint32_t &updated) noexcept
     return node_end::next;
 }
 
-node_end keyed_node(node &n, const keys::table &keys, void *record, uint32_t &updated) noexcept
+// The loop of most params: the reading of the next param and the hashed
+// part of the lookup are compiled into it.
+[[gnu::flatten]] node_end keyed_node(node &n, const keys::table &keys, void *record, uint32_t &updated) noexcept
 {
     while (param p = next_param(n)) {
-        const keys::key *k = keys::find(keys, p.name_view());
+        const keys::key *k = keys::find_inline(keys, p.name_view());
         const image_lock lock;
         if (k != nullptr)
             keys::store(*k, record, p.value());

@@ -8,18 +8,50 @@
 
 namespace cfg::numbers {
 
+// The decimal number at the start of a text in the form nearly every value
+// has: one optional sign, then 1 to 18 ASCII digits, ended by the first
+// character that is not a digit. That form reads the same in every locale
+// and cannot overflow, so the value is exactly what strtoll gives (which
+// then leaves errno alone). False, and nothing written, for every other
+// text: white space in front (its set is the locale's), no digit after the
+// sign, or 19 digits and more; the callers hand those to the C library.
+inline bool plain_decimal(const char *text, int64_t &out, const char *&end) noexcept
+{
+    const char *at = text;
+    const bool negative = *at == '-';
+    if (negative || *at == '+')
+        ++at;
+    uint64_t n = 0;
+    std::size_t count = 0;
+    for (unsigned digit; (digit = static_cast<unsigned char>(at[count]) - unsigned{'0'}) < 10;) {
+        if (++count > 18)
+            return false;
+        n = n * 10 + digit;
+    }
+    if (count == 0)
+        return false;
+    out = negative ? -static_cast<int64_t>(n) : static_cast<int64_t>(n);
+    end = at + count;
+    return true;
+}
+
+// strtoll(text, nullptr, 10): leading white space, one optional sign, digits
+// up to the first non-digit; no digits gives 0, a number beyond the 64-bit
+// range is held at its limit (and errno set).
+int64_t parse_int64(const char *text) noexcept;
+
 // atoi/atoll semantics: leading white space, one optional sign, digits up to
 // the first non-digit; no digits gives 0. The value is parsed as a 64-bit
 // number and its low 32 bits are kept, so the result is the same on 32- and
 // 64-bit targets (a plain atoi would saturate where long has 32 bits).
 inline int32_t parse_int(const char *text) noexcept
 {
-    return static_cast<int32_t>(std::strtoll(text, nullptr, 10));
+    return static_cast<int32_t>(parse_int64(text));
 }
 
 inline uint32_t parse_uint_low32(const char *text) noexcept
 {
-    return static_cast<uint32_t>(static_cast<unsigned long long>(std::strtoll(text, nullptr, 10)));
+    return static_cast<uint32_t>(static_cast<uint64_t>(parse_int64(text)));
 }
 
 // "%d" scanning: true and the number when the text (after white space and an
