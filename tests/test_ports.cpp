@@ -1,6 +1,5 @@
-// Port settings: the keys with rules of their own and the choice of the
-// record from the path. The rules of each kind of key are checked over every
-// table in test_key_tables.
+// Port settings: the choice of the record from the path (what the parser
+// stores: tests/cases/ports.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -16,54 +15,6 @@ namespace {
 
 using support::fresh_image;
 using support::parse;
-
-// Parses one param into ports[5] of `image` and returns that record.
-const port_cfg_t &store_one(cfg_image_t &image, const std::string &name, const std::string &value)
-{
-    parse(image, "[config.VOIP.ports.port_5]\n" + name + " = " + value + "\n");
-    EXPECT_TRUE(support::lock_is_free());
-    return image.ports[5];
-}
-
-// No value, or an empty one, is tone dialling.
-TEST(PortSettings, DialingDefaultsToTone)
-{
-    for (const char *value : {"", "\"\""}) {
-        auto image = fresh_image();
-        std::strcpy(image->ports[5].dialing, "pulse");
-        EXPECT_STREQ(store_one(*image, "dialing", value).dialing, "DTMF") << value;
-    }
-}
-
-TEST(PortSettings, PickupGroupLists)
-{
-    const struct { std::string value; uint32_t groups; } rows[] = {
-        {"1,5;31,40,-2", (1u << 1) | (1u << 5) | (1u << 31)}, {"0,3;;17", (1u << 0) | (1u << 3) | (1u << 17)},
-        {"x,4", (1u << 0) | (1u << 4)}, // a piece without a number reads as 0
-        {"2 ,  9", (1u << 2) | (1u << 9)}, {"32,100", 0}, {",;", 0}, {"", 0},
-        // Only the first 255 characters are read: the 4 starts at character 256.
-        {std::string(254, ',') + "3,4", 1u << 3},
-    };
-    for (const auto &r : rows) {
-        auto image = fresh_image();
-        image->ports[5].pickupgroup = 1u << 30; // replaced as a whole
-        EXPECT_EQ(store_one(*image, "pickup", r.value).pickupgroup, r.groups) << r.value;
-    }
-}
-
-TEST(PortSettings, PortDefaultNodes)
-{
-    auto image = fresh_image();
-    parse(*image, "[config.VOIP.ports.port_def_7]\n phone = 5\n gainr = -100\n"
-                  "[config.VOIP.ports.port_def_0]\n gaint = -170\n");
-    EXPECT_STREQ(image->port_defaults[7].phone, "5"); // stored, though never written back
-    EXPECT_EQ(image->port_defaults[7].gainr, -100);
-    EXPECT_EQ(image->port_defaults[0].gaint, -170);
-    EXPECT_NE(image->port_defaults_updated, 0u);
-    EXPECT_EQ(std::count(std::begin(image->ports_updated), std::end(image->ports_updated), 0u), CFG_MAX_PORTS);
-    EXPECT_EQ(image->ports[7].gainr, 0);
-    EXPECT_EQ(image->ports[0].gaint, 0);
-}
 
 // A port-profile number outside 0..7 ends the whole message. A port number
 // outside 0..71, or a path without a number, names no record: the node is
