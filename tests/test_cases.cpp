@@ -7,6 +7,7 @@
 //     --                                   the next message, into the same image
 //     => network.web_port = 80             a member and its value: a number or "text"
 //     => network.updated = stamped         a time-stamp: not 0
+//     => printed = "text"                  the error lines printed hold "text" ("": none)
 //     => nothing else                      the image holds nothing but the values
 //                                          stated (and the zeros of a fresh one)
 //
@@ -139,14 +140,20 @@ TEST(Cases, EachCaseStoresWhatItStates)
         for (const test_case &c : read_cases(entry.path())) {
             SCOPED_TRACE(c.where + ":" + c.title);
             auto image = support::fresh_image(c.ports);
-            for (const std::string &message : c.messages)
-                support::parse(*image, message);
+            const std::string printed = support::stdout_of([&] {
+                for (const std::string &message : c.messages)
+                    support::parse(*image, message);
+            });
             EXPECT_FALSE(c.expected.empty()) << "a case without expectations";
             auto stated = support::fresh_image(c.ports);
             bool nothing_else = false;
             for (const auto &[name, want] : c.expected) {
-                if (name == "nothing else") {
-                    nothing_else = true;
+                if (name == "nothing else" || name == "printed") {
+                    nothing_else = nothing_else || name == "nothing else";
+                    if (name == "printed" && want == "\"\"")
+                        EXPECT_EQ(printed, "");
+                    else if (name == "printed")
+                        EXPECT_NE(printed.find(want.substr(1, want.size() - 2)), std::string::npos) << printed;
                     continue;
                 }
                 const member_value got = access(*image, name);
