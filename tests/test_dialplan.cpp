@@ -82,31 +82,6 @@ TEST(DialPlan, MaskBoundIsTheImagePortCount)
     EXPECT_EQ(e[1].type, 4u);
 }
 
-// A profile number that is missing or outside 0..7 ends the whole message:
-// no later node is parsed and no recount runs.
-TEST(DialPlan, BadProfileAbandonsTheMessage)
-{
-    for (const char *profile : {"8", "4294967299", "99999999999999999999999"}) {
-        SCOPED_TRACE(profile);
-        auto image = fresh_image();
-        image->routes.start = CFG_LIST_UPDATING;
-        parse(*image, std::string("[config.VOIP.h323]\n timetolive = 5\n"
-                                  "[config.VOIP.profile.profile_") + profile + ".dialplan]\n"
-                      " dialplan_0 = " + rule_55 + "\n"
-                      "[config.VOIP.h323]\n keepalivetime = 9\n");
-        EXPECT_EQ(image->h323.timetolive, 5);       // stores before the fault stay
-        EXPECT_EQ(image->h323.keepalivetime, 0);    // nothing after it is parsed
-        EXPECT_EQ(image->routes.start, CFG_LIST_UPDATING); // no recount
-        for (const profile_dialplan_cfg_t &plan : image->dialplans)
-            EXPECT_EQ(plan.entries[0].type, 0u);
-        EXPECT_TRUE(support::lock_is_free());
-    }
-    // Profile 7 is the last valid one.
-    auto image = fresh_image();
-    parse(*image, std::string("[config.VOIP.profile.profile_7.dialplan]\n dialplan_0 = ") + rule_55 + "\n");
-    EXPECT_EQ(image->dialplans[7].entries[0].type, 2u);
-}
-
 // A node without params only stamps the profile; the marker and the recount
 // are Waits.SettledMarkerReturnsAtOnceAndAnyNormalParseReleases and Recount.
 TEST(DialPlan, NodeWithoutParamsStampsTheProfile)

@@ -87,21 +87,6 @@ TEST(GroupPortsText, ToText)
     }
 }
 
-TEST(GroupsHandler, PathWithoutValidNumber)
-{
-    for (const char *path : {"group_32", "group_", "group", "group_4x", "group_-1", "fxo_group",
-                             "group_4294967300"}) {
-        auto image = fresh_image();
-        auto before = fresh_image();
-        const std::string out = support::stdout_of([&] {
-            parse(*image, std::string("[config.VOIP.groups.") + path + "]\n name = a\n enabled = 1\n[config.VOIP.h323]\n timetolive = 7\n");
-        });
-        EXPECT_NE(out.find("invalid group entry number"), std::string::npos) << path;
-        EXPECT_EQ(image->h323.timetolive, 7) << path;
-        EXPECT_EQ(std::memcmp(&image->groups, &before->groups, sizeof image->groups), 0) << path;
-        EXPECT_EQ(std::memcmp(&image->fxo_groups, &before->fxo_groups, sizeof image->groups), 0) << path;
-    }
-}
 
 group_cfg_t sample_group(const char *name, std::vector<uint32_t> ports, bool fxo)
 {
