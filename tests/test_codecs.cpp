@@ -5,17 +5,7 @@
 #include <cfgparser.h>
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstring>
-#include <string>
-#include <tuple>
-#include <type_traits>
-#include <vector>
-
 namespace {
-
-using support::fresh_image;
-using support::parse;
 
 // codec_params_save continues inside a node opened by its caller and hands
 // back the running count.
