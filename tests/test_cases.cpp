@@ -150,10 +150,11 @@ TEST(Cases, EachCaseStoresWhatItStates)
             for (const auto &[name, want] : c.expected) {
                 if (name == "nothing else" || name == "printed") {
                     nothing_else = nothing_else || name == "nothing else";
-                    if (name == "printed" && want == "\"\"")
+                    if (name == "printed" && want == "\"\"") {
                         EXPECT_EQ(printed, "");
-                    else if (name == "printed")
+                    } else if (name == "printed") {
                         EXPECT_NE(printed.find(want.substr(1, want.size() - 2)), std::string::npos) << printed;
+                    }
                     continue;
                 }
                 const member_value got = access(*image, name);

@@ -3,11 +3,9 @@
 #include <cfgparser.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <random>
 #include <string>
-#include <tuple>
 #include <vector>
 
 namespace {
