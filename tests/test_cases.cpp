@@ -131,7 +131,7 @@ std::vector<test_case> read_cases(const std::filesystem::path &file)
 
 TEST(Cases, EachCaseStoresWhatItStates)
 {
-    const auto dir = std::filesystem::path(__FILE__).parent_path() / "cases";
+    const std::filesystem::path dir = CFGPARSER_CASES_DIR;
     std::size_t files = 0, checked = 0;
     for (const auto &entry : std::filesystem::directory_iterator(dir)) {
         if (entry.path().extension() != ".txt")

@@ -1,23 +1,11 @@
-// Network settings and LLDP: what the key table properties do not cover
-// (scanned intervals, the language marker, empty nodes, the writers' value
-// forms).
+// Network settings: the writers' value forms (what the parser stores:
+// tests/cases/network.txt).
 #include "support.h"
 
 #include <cfgparser.h>
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
-#include <string>
-#include <vector>
-
 namespace {
-
-using support::fresh_image;
-using support::parse;
-
-std::string network_msg(const std::string &params) { return "[config.Network.network]\n" + params + "\n"; }
 
 // A negative interval is sent unsigned.
 TEST(NetworkWriters, IntervalSentUnsigned)
