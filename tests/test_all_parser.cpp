@@ -1,4 +1,5 @@
-// The parser driver: classification, unknown paths and the ways a parse ends.
+// The parser driver: the ways a parse ends (classification and unknown
+// paths: tests/cases/voip.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -22,37 +23,6 @@ bool parse_recounts(cfg_image_t &image, const std::vector<uint8_t> &message)
     all_parser(&image, message.data());
     EXPECT_TRUE(support::lock_is_free());
     return image.routes.start != CFG_LIST_UPDATING;
-}
-
-TEST(AllParser, ClassificationByPrefixAndPattern)
-{
-    struct row { const char *path; bool h323_stamped; } rows[] = {
-        {"config.VOIP.h323", true},
-        {"config.VOIP.h323.extra", true},   // a path that begins with the prefix
-        {"config.VOIP.h32", false}, {"config.voip.h323", false},
-    };
-    for (const row &r : rows) {
-        auto image = fresh_image();
-        parse(*image, std::string("[") + r.path + "]\n timetolive = 42\n");
-        EXPECT_EQ(image->h323.timetolive == 42, r.h323_stamped) << r.path;
-        EXPECT_EQ(image->h323.updated != 0, r.h323_stamped) << r.path;
-        EXPECT_TRUE(support::lock_is_free());
-    }
-}
-
-TEST(AllParser, UnknownPathsLeaveTheImageUntouched)
-{
-    auto image = fresh_image();
-    auto before = fresh_image();
-    parse(*image, "[config.VOIP.nothing]\n a = 1\n b = 2\n c =\n"
-                  "[config.VOIP.profile.profile_3.sipx]\n timetolive = 5\n"
-                  "[config.VOIP.profile.profile_.sip]\n expires = 77\n");
-    image->limits.recalculated = 0; // the recount stamps this; nothing else may change
-    EXPECT_EQ(std::memcmp(image.get(), before.get(), sizeof(cfg_image_t)), 0);
-
-    // The node after an unknown one is parsed normally.
-    parse(*image, "[config.VOIP.unknown]\n x = 1\n y = 2\n[config.VOIP.h323]\n keepalivetime = 9\n");
-    EXPECT_EQ(image->h323.keepalivetime, 9);
 }
 
 TEST(AllParser, WaysAParseEnds)

@@ -70,7 +70,8 @@ TEST(Concurrency, EveryWaiterReleasedByTheParser)
 }
 
 // A recount ends the pause of every paused thread (or of one that has yet
-// to pause on the generation it saw), long before its time-out.
+// to pause on the generation it saw) at once, not at its time-out: a pause
+// of almost a second ends within half of one after the recount.
 TEST(Waits, RecountWakesEveryPausedThread)
 {
     auto image = support::fresh_image();
@@ -80,10 +81,12 @@ TEST(Waits, RecountWakesEveryPausedThread)
     for (int i = 0; i < 4; ++i)
         paused.emplace_back([&] { woken += cfg::wake::pause(seen, 999'000'000) ? 1 : 0; });
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    const auto t0 = std::chrono::steady_clock::now();
     recalculate_start_and_current_after_timeout(image.get());
     for (std::thread &t : paused)
         t.join();
     EXPECT_EQ(woken.load(), 4);
+    EXPECT_LT(std::chrono::steady_clock::now() - t0, std::chrono::milliseconds(500)) << "released by the time-out";
 }
 
 } // namespace

@@ -1,13 +1,11 @@
-// The dial-plan text converters: rule lines into dial_plan_t, port-mask
-// texts into masks and masks back into text.
+// The dial-plan text converters: port-mask texts into masks and masks back
+// into text (rule lines: tests/cases/dial_plan_rules.txt).
 #include <cfgparser.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <random>
 #include <string>
-#include <tuple>
 #include <vector>
 
 namespace {
@@ -15,103 +13,6 @@ namespace {
 struct mask3 { uint32_t w[3]; bool operator==(const mask3 &) const = default; };
 
 constexpr uint32_t all = 0xFFFFFFFFu;
-
-// An entry filled with recognisable content, to see what a call changed.
-dial_plan_t sentinel_entry()
-{
-    dial_plan_t e{};
-    std::strcpy(e.field1, "old");
-    std::strcpy(e.destination, "olddest");
-    std::strcpy(e.protocol, "sip");
-    std::strcpy(e.field6, "oldf6");
-    std::tie(e.field2, e.field3, e.type, e.port_mask[0], e.field7, e.field8, e.field9, e.field11) =
-        std::make_tuple(11, 12, 4u, 0x5u, 17, uint8_t{18}, 19, 111);
-    return e;
-}
-
-// "+0,0,...,0,": 255 characters, the longest mask text taken.
-std::string longest_mask()
-{
-    std::string text = "+";
-    while (text.size() < 255)
-        text += "0,";
-    return text.substr(0, 255);
-}
-
-TEST(DialPlanText, RuleTextsTakenAndRefused)
-{
-    const std::string long_mask = longest_mask();
-
-    // The entry, written out as type|field1|field2|field3|protocol|destination|
-    // field6|field7|field8|field9|mask words|field11.
-    auto describe = [](const dial_plan_t &e) {
-        char out[512];
-        std::snprintf(out, sizeof out, "%u|%s|%d|%d|%s|%s|%s|%d|%u|%d|%x,%x,%x|%d", e.type, e.field1, e.field2,
-                      e.field3, e.protocol, e.destination, e.field6, e.field7, unsigned{e.field8}, e.field9,
-                      e.port_mask[0], e.port_mask[1], e.port_mask[2], e.field11);
-        return std::string(out);
-    };
-    struct row { std::string text; uint32_t max_ports; std::string entry; };
-    const std::vector<row> rows = {
-        {R"(55 4 0 sip "proxy" "" 0 0 0 +0-3 0)", 16, R"(2|55|4|0|sip|"proxy"||0|0|0|f,0,0|0)"},
-        {R"(55 0 0 pickup "proxy" "" 0 0 0 +0-3 0)", 16, R"(6|55|0|0|pickup|"proxy"||0|0|0|f,0,0|0)"},
-        {R"(9 1 2 h323 "gatekeeper" "ab" 3 300 5 -1 -7)", 8, R"(1|9|1|2|h323|"gatekeeper"|ab|3|44|5|fffffffd,ffffffff,ffffffff|-7)"},
-        {R"(9 1 2 h323 gatekeeper "ab" 3 -1 5 + 6)", 8, "3|9|1|2|h323|gatekeeper|ab|3|255|5|0,0,0|6"},
-        {R"(9 1 -2 sip 1234 "x" 0 256 0 +7 0)", 8, "4|9|1|-2|sip|1234|x|0|0|0|80,0,0|0"},
-        {R"(9 1 2 sip-t "proxy" "x" 0 0 0 - 0)", 8, R"(5|9|1|2|sip-t|"proxy"|x|0|0|0|ffffffff,ffffffff,ffffffff|0)"},
-        // field 6: the text up to the closing quote, at most 8 characters
-        {R"(1 1 1 sip d "abcdefghi" 0 0 0 + 0)", 8, "4|1|1|1|sip|d|abcdefgh|0|0|0|0,0,0|0"},
-        {R"(1 1 1 sip d "ab"c" 0 0 0 + 0)", 8, "4|1|1|1|sip|d|ab|0|0|0|0,0,0|0"},
-        {R"(1 1 1 sip d "abc 0 0 0 + 0)", 8, "4|1|1|1|sip|d|abc|0|0|0|0,0,0|0"},
-        // field 6 without quotes is kept whole
-        {R"(1 1 1 sip d abc 0 0 0 + 0)", 8, "4|1|1|1|sip|d|abc|0|0|0|0,0,0|0"},
-        // fields missing at the end: 0 and empty; an empty mask text clears the mask
-        {"7 1 2 sip dest", 8, "4|7|1|2|sip|dest||0|0|0|0,0,0|0"}, {"7 1 2 sip", 8, "4|7|1|2|sip|||0|0|0|0,0,0|0"},
-        // texts cut to their members
-        {"  " + std::string(64, 'a') + " 1 2 sip " + std::string(64, 'd') + " \"\" 0 0 0 + 0", 8,
-         "4|" + std::string(20, 'a') + "|1|2|sip|" + std::string(40, 'd') + "||0|0|0|0,0,0|0"},
-        // an unknown protocol is stored cut to 9 and keeps the kind the entry had
-        {"1 1 1 verylongprotocol d \"\" 0 0 0 + 0", 8, "4|1|1|1|verylongp|d||0|0|0|0,0,0|0"},
-        // a refused mask text keeps the old mask; the rest of the rule is taken
-        {"1 1 1 sip d \"\" 0 0 0 +8 0", 8, "4|1|1|1|sip|d||0|0|0|5,0,0|0"},
-        {"1 1 1 sip d \"\" 0 0 0 " + long_mask + " 0", 8, "4|1|1|1|sip|d||0|0|0|1,0,0|0"},
-    };
-    for (const row &r : rows) {
-        SCOPED_TRACE(r.text);
-        dial_plan_t e = sentinel_entry();
-        ASSERT_EQ(cfgpars_dial_plan_string_to_t(&e, r.text.c_str(), r.max_ports), &e);
-        EXPECT_EQ(describe(e), r.entry);
-    }
-}
-
-// A refused text returns no entry and leaves the entry as it was.
-TEST(DialPlanText, RuleTextsRefused)
-{
-    const std::string valid_mask = longest_mask();
-    const std::vector<std::string> texts = {
-        R"(55 0 0 sip "proxy" "" 0 0 0 +0-3 0)", // field 2 is 0 and the rule is no pickup
-        "",                                      // no protocol
-        "55",
-        "55 x 0 sip d",                          // field 2 is no number: the reading ends there
-        // fields longer than the reader accepts
-        std::string(65, 'a') + " 1 2 sip d \"\" 0 0 0 + 0",
-        "1 1 1 " + std::string(65, 's') + " d \"\" 0 0 0 + 0",
-        "1 1 1 sip " + std::string(65, 'd') + " \"\" 0 0 0 + 0",
-        "1 1 1 sip d \"abcdefghij\" 0 0 0 + 0",     // 12 characters with the quotes
-        "1 1 1 sip d \"" + std::string(5000, 'q') + "\" 0 0 0 + 0",
-        "1 1 1 sip d \"\" 0 0 0 " + valid_mask + "0 0", // 256 characters
-        "1 1 1 sip d \"\" 0 0 0 +" + std::string(5000, '1') + " 0",
-    };
-    for (const std::string &text : texts) {
-        dial_plan_t e = sentinel_entry();
-        const dial_plan_t before = e;
-        EXPECT_EQ(cfgpars_dial_plan_string_to_t(&e, text.c_str(), 8), nullptr) << text;
-        EXPECT_EQ(std::memcmp(&e, &before, sizeof e), 0) << "a refused text changed the entry: " << text;
-    }
-    dial_plan_t e = sentinel_entry();
-    EXPECT_EQ(cfgpars_dial_plan_string_to_t(&e, nullptr, 8), nullptr);
-    EXPECT_EQ(cfgpars_dial_plan_string_to_t(nullptr, "1 1 1 sip d", 8), nullptr);
-}
 
 TEST(DialPlanText, MaskTexts)
 {

@@ -1,5 +1,5 @@
-// Dial-plan rules of a profile: the "config.VOIP.profile.profile_N.dialplan"
-// node through all_parser, and profile_dialplan_to_file.
+// Dial-plan rules of a profile: profile_dialplan_to_file (what the
+// "config.VOIP.profile.profile_N.dialplan" node stores: tests/cases/lists.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -28,93 +28,6 @@ dial_plan_t rule(const char *text, uint32_t max_ports = 16)
 bool same(const dial_plan_t &a, const dial_plan_t &b)
 {
     return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
-TEST(DialPlan, HandlerStoresRulesByNumber)
-{
-    auto image = fresh_image(16);
-    dial_plan_t &kept = image->dialplans[3].entries[2];
-    kept = rule("1 1 1 h323 x \"k\" 0 0 0 + 0");
-    const dial_plan_t kept_before = kept;
-    image->dialplans[3].entries[4] = rule("4 4 4 sip y \"\" 0 0 0 + 0");
-    image->dialplans[3].entries[6] = rule("6 6 6 sip z \"\" 0 0 0 + 0");
-
-    parse(*image, std::string("[config.VOIP.profile.profile_3.dialplan]\n") +
-                      " dialplan_0 = " + rule_55 + "\n"
-                      " dialplan_299 = 7 0 0 pickup any \"p\" 1 2 3 -0 4\n"
-                      " dialplan_2 = 9 0 0 sip d \"\" 0 0 0 + 0\n"   // refused: kept as it was
-                      " dialplan_4 =\n"                              // no value: cleared
-                      " dialplan_6 = \"\"\n"                         // "": cleared
-                      " dialplan_300 = " + rule_55 + "\n"            // outside 0..299
-                      " dialplan_99999999999 = " + rule_55 + "\n"
-                      " dialplan_ = " + rule_55 + "\n"               // no number
-                      " dialplan_x1 = " + rule_55 + "\n"
-                      " dialplan1 = " + rule_55 + "\n"               // no '_'
-                      " rule_1 = " + rule_55 + "\n");                // not a dial-plan name
-    EXPECT_TRUE(support::lock_is_free());
-
-    const profile_dialplan_cfg_t &plan = image->dialplans[3];
-    EXPECT_TRUE(same(plan.entries[0], rule(rule_55)));
-    EXPECT_EQ(plan.entries[0].type, 2u);
-    EXPECT_EQ(plan.entries[299].type, 6u);
-    EXPECT_EQ(plan.entries[299].port_mask[0], 0xFFFFFFFEu);
-    EXPECT_TRUE(same(kept, kept_before));
-    EXPECT_TRUE(same(plan.entries[4], dial_plan_t{}));
-    EXPECT_TRUE(same(plan.entries[6], dial_plan_t{}));
-    EXPECT_EQ(plan.entries[1].type, 0u); // dialplan1 and dialplan_x1 stored nothing
-    for (int p = 0; p < CFG_PROFILES; ++p)
-        EXPECT_EQ(image->dialplans_updated[p] != 0, p == 3) << p;
-
-    // The recount at the end of the message counts the filled entries.
-    EXPECT_EQ(plan.current, 3u); // entries 0, 2 and 299
-    EXPECT_EQ(plan.start, 3u);
-}
-
-TEST(DialPlan, MaskBoundIsTheImagePortCount)
-{
-    auto image = fresh_image(8);
-    parse(*image, "[config.VOIP.profile.profile_0.dialplan]\n"
-                  " dialplan_0 = 1 1 1 sip d \"\" 0 0 0 +7 0\n"
-                  " dialplan_1 = 1 1 1 sip d \"\" 0 0 0 +8 0\n");
-    const auto &e = image->dialplans[0].entries;
-    EXPECT_EQ(e[0].port_mask[0], 0x80u);
-    EXPECT_EQ(e[1].port_mask[0], 0u); // refused mask, rule taken
-    EXPECT_EQ(e[1].type, 4u);
-}
-
-// A profile number that is missing or outside 0..7 ends the whole message:
-// no later node is parsed and no recount runs.
-TEST(DialPlan, BadProfileAbandonsTheMessage)
-{
-    for (const char *profile : {"8", "4294967299", "99999999999999999999999"}) {
-        SCOPED_TRACE(profile);
-        auto image = fresh_image();
-        image->routes.start = CFG_LIST_UPDATING;
-        parse(*image, std::string("[config.VOIP.h323]\n timetolive = 5\n"
-                                  "[config.VOIP.profile.profile_") + profile + ".dialplan]\n"
-                      " dialplan_0 = " + rule_55 + "\n"
-                      "[config.VOIP.h323]\n keepalivetime = 9\n");
-        EXPECT_EQ(image->h323.timetolive, 5);       // stores before the fault stay
-        EXPECT_EQ(image->h323.keepalivetime, 0);    // nothing after it is parsed
-        EXPECT_EQ(image->routes.start, CFG_LIST_UPDATING); // no recount
-        for (const profile_dialplan_cfg_t &plan : image->dialplans)
-            EXPECT_EQ(plan.entries[0].type, 0u);
-        EXPECT_TRUE(support::lock_is_free());
-    }
-    // Profile 7 is the last valid one.
-    auto image = fresh_image();
-    parse(*image, std::string("[config.VOIP.profile.profile_7.dialplan]\n dialplan_0 = ") + rule_55 + "\n");
-    EXPECT_EQ(image->dialplans[7].entries[0].type, 2u);
-}
-
-// A node without params only stamps the profile; the marker and the recount
-// are Waits.SettledMarkerReturnsAtOnceAndAnyNormalParseReleases and Recount.
-TEST(DialPlan, NodeWithoutParamsStampsTheProfile)
-{
-    auto image = fresh_image();
-    parse(*image, "[config.VOIP.profile.profile_1.dialplan]\n");
-    EXPECT_NE(image->dialplans_updated[1], 0u);
-    EXPECT_EQ(image->dialplans[1].current, 0u);
 }
 
 // start 5, current 3, rules at 0, 7 and 200: renumbered 0..2, then two

@@ -138,40 +138,6 @@ TEST(FirewallRuleText, MembersOfAcceptedAndFailedRules)
     EXPECT_EQ(text_form(firewall_rule_t{}), " 0  0 0 0 0 ");
 }
 
-TEST(FirewallRules, HandlerSlotsAndClearing)
-{
-    auto image = fresh_image();
-    for (int slot : {0, 3, 5}) {
-        char seed[] = "all_src_ip any accept";   // split in place: a fresh copy each time
-        firewall_rule_string_to_t(seed, &image->firewall.rules[slot]);
-    }
-    std::vector<std::string> errors = printed_errors([&] {
-        parse(*image, "[config.Network.rules]\n"
-                      " rule_0 =\n"                                  // cleared
-                      " rule_31 = all_src_ip any drop\n"             // no such slot
-                      " rule_-1 = all_src_ip any drop\n"
-                      " rule_x = all_src_ip any drop\n"              // no number
-                      " rules = all_src_ip any drop\n"               // no '_'
-                      " rul_2 = all_src_ip any drop\n"               // not a rule
-                      " rule_3 = \"\"\n"                             // cleared
-                      " rule_7abc = 10.0.0.1 24 udp 5060 2 all_dst_ports accept\n"
-                      " ruleset_9 = all_src_ip icmp echo drop\n"     // "rule" prefix, slot 9
-                      " rule_29 = all_src_ip gre accept\n");         // fails, slot counts as empty
-    });
-    EXPECT_EQ(errors, std::vector<std::string>{E + "Unknown protocol"});
-    const firewall_rule_t empty{};
-    EXPECT_EQ(image->firewall.rules[5].valid, 1);    // not named: kept
-    EXPECT_EQ(image->firewall.rules[7].src_port, 5060);
-    EXPECT_STREQ(image->firewall.rules[9].icmp_type, "echo");
-    EXPECT_EQ(image->firewall.rules[29].valid, 0);
-    EXPECT_STREQ(image->firewall.rules[29].protocol, "gre");
-    for (int slot : {0, 3, 1, 2, 4}) // 0 and 3 cleared, the others never filled
-        EXPECT_EQ(std::memcmp(&image->firewall.rules[slot], &empty, sizeof empty), 0) << slot;
-    EXPECT_EQ(image->firewall.current, 3u);
-    EXPECT_NE(image->firewall.updated, 0u);
-    EXPECT_TRUE(support::lock_is_free());
-}
-
 TEST(FirewallRules, WritersAndRoundTrip)
 {
     auto image = fresh_image();

@@ -87,52 +87,6 @@ TEST(GroupPortsText, ToText)
     }
 }
 
-TEST(GroupsHandler, StoresAndEmptyValueRules)
-{
-    struct row { const char *params; uint32_t valid; const char *phone; uint32_t timeout, profile_id, sip_port, enabled, type; std::vector<uint32_t> ports; };
-    // Group 4 starts filled: valid, phone "old", timeout 30, ports 1,2.
-    const std::vector<row> rows = {
-        {" enabled =\n", 0, "old", 30, 0, 0, 0, 0, {1, 2}}, {" phone = \"\"\n", 1, "", 30, 0, 0, 0, 0, {1, 2}},
-        {" phone = 555\n timeout = 3\n profile_id = 9\n sip_port = 70000\n", 1, "555", 0, 0, 0, 0, 0, {1, 2}},
-        {" enabled_x = y\n typed = 4\n", 1, "old", 30, 0, 0, 1, 4, {1, 2}},
-        {" ports = 0,8\n phone = 1\n", 1, "1", 30, 0, 0, 0, 0, {}}, {" ports = \"\"\n", 1, "old", 30, 0, 0, 0, 0, {}},
-        {"", 0, "", 0, 0, 0, 0, 0, {}}, // no params: the group is cleared
-    };
-    for (const row &r : rows) {
-        auto image = fresh_image(8);
-        group_cfg_t &g = image->groups.entries[4];
-        std::tie(g.valid, g.timeout, g.port_list[0], g.port_list[1], g.port_count) = std::tuple(1u, 30u, 1u, 2u, 2u);
-        std::strcpy(g.phone, "old");
-        parse(*image, std::string("[config.VOIP.groups.group_4]\n") + r.params);
-        EXPECT_EQ(std::tie(g.valid, g.timeout, g.profile_id, g.sip_port, g.enabled, g.type),
-                  std::tie(r.valid, r.timeout, r.profile_id, r.sip_port, r.enabled, r.type)) << r.params;
-        EXPECT_STREQ(g.phone, r.phone) << r.params;
-        EXPECT_EQ(ports_of(g), r.ports) << r.params;
-        EXPECT_NE(image->groups.updated, 0u);
-        EXPECT_TRUE(support::lock_is_free());
-    }
-    auto image = fresh_image();
-    parse(*image, "[config.VOIP.groups.fxo_group_2]\n name = trunk\n");
-    EXPECT_STREQ(image->fxo_groups.entries[2].name, "trunk");
-    EXPECT_EQ(image->groups.entries[2].valid, 0u);
-}
-
-// Paths that name no group store nothing; the message goes on.
-TEST(GroupsHandler, PathWithoutValidNumber)
-{
-    for (const char *path : {"group_32", "group_", "group", "group_4x", "group_-1", "fxo_group",
-                             "group_4294967300"}) {
-        auto image = fresh_image();
-        auto before = fresh_image();
-        const std::string out = support::stdout_of([&] {
-            parse(*image, std::string("[config.VOIP.groups.") + path + "]\n name = a\n enabled = 1\n[config.VOIP.h323]\n timetolive = 7\n");
-        });
-        EXPECT_NE(out.find("invalid group entry number"), std::string::npos) << path;
-        EXPECT_EQ(image->h323.timetolive, 7) << path;
-        EXPECT_EQ(std::memcmp(&image->groups, &before->groups, sizeof image->groups), 0) << path;
-        EXPECT_EQ(std::memcmp(&image->fxo_groups, &before->fxo_groups, sizeof image->groups), 0) << path;
-    }
-}
 
 group_cfg_t sample_group(const char *name, std::vector<uint32_t> ports, bool fxo)
 {

@@ -1,5 +1,5 @@
-// Static host table: index rules of "host_", word scanning and cutting, the
-// compacting writer and its round trip.
+// Static host table: the compacting writer and its round trip (what the
+// parser stores: tests/cases/network.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -19,45 +19,6 @@ void set_host(hosts_cfg_t &h, int i, const char *address, const char *name)
 {
     std::strcpy(h.address[i], address);
     std::strcpy(h.name[i], name);
-}
-
-TEST(Hosts, IndexAndValueRules)
-{
-    const std::string long_address(20, '1');
-    const std::string long_name(100, 'n');
-    // param: one "name = value" line; entry: the entry that changes, -1: none.
-    struct row { std::string param; int entry; const char *address, *name; } rows[] = {
-        {"host_3 =", 3, "", ""}, {"host_3 = 10.0.0.1", 3, "10.0.0.1", "old"},            // one word keeps the name
-        {"host_3 = \\t10.0.0.2 \\t\\tpc  extra", 3, "10.0.0.2", "pc"},
-        {"host_3a = 10.0.0.3 a", 3, "10.0.0.3", "a"},           // trailing characters ignored
-        {"hostname_3 = 10.0.0.4 b", 3, "10.0.0.4", "b"},        // "host" prefix, number after '_'
-        {"host_19 = 10.0.0.19 last", 19, "10.0.0.19", "last"},
-        {"host_3 = " + long_address + " " + long_name, 3, "111111111111111",
-         "nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn"},
-        {"host_3 = \\t \\t", 3, "1.1.1.1", "old"},              // no word: nothing changes
-        {"host_20 = 10.0.0.20 x", -1, nullptr, nullptr}, {"host_-1 = 10.0.0.9 x", -1, nullptr, nullptr},
-        {"host_x = 10.0.0.9 x", -1, nullptr, nullptr}, {"host3 = 10.0.0.9 x", -1, nullptr, nullptr},
-        {"host_4294967299 = 10.0.0.9 x", -1, nullptr, nullptr}, // must not wrap to 3
-    };
-    for (const row &r : rows) {
-        auto image = fresh_image();
-        set_host(image->hosts, 3, "1.1.1.1", "old");
-        hosts_cfg_t expected = image->hosts;
-        if (r.entry >= 0) {
-            std::memset(expected.address[r.entry], 0, sizeof expected.address[r.entry]);
-            std::memset(expected.name[r.entry], 0, sizeof expected.name[r.entry]);
-            std::strcpy(expected.address[r.entry], r.address);
-            std::strcpy(expected.name[r.entry], r.name);
-        }
-        parse(*image, "[config.Network.hosts]\n" + r.param + "\n");
-        EXPECT_NE(image->hosts.updated, 0u) << r.param;
-        image->hosts.updated = 0;
-        // The recount at the end of the message counts the filled entries.
-        expected.current = expected.start = image->hosts.current;
-        EXPECT_EQ(std::memcmp(&image->hosts, &expected, sizeof expected), 0)
-            << r.param << " -> [" << image->hosts.address[3] << "] [" << image->hosts.name[3] << "]";
-        EXPECT_TRUE(support::lock_is_free());
-    }
 }
 
 TEST(Hosts, WriterCompactsPadsAndRoundTrips)

@@ -1,4 +1,4 @@
-// Call limits: the "limit_N" handler and save_limits.
+// Call limits: save_limits (what the parser stores: tests/cases/lists.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -14,45 +14,6 @@ namespace {
 
 using support::fresh_image;
 using support::parse;
-
-TEST(LimitsHandler, Entries)
-{
-    // param: one "name = value" line; entry: the entry expected to change, -1 for none.
-    struct row { std::string param; int entry; std::string target; int32_t value, not_proxy; };
-    const std::string long_word(300, 'w');
-    const std::string long_digits(300, '1');
-    // Entry 2 starts as "old" 9, not_proxy 1.
-    const std::vector<row> rows = {
-        {"limit_2 = gw1 5", 2, "gw1", 5, 1}, {"limit_2 = [proxy] 3", 2, "[proxy]", 3, 0},
-        {"limit_2 = gw1\t\t7", 2, "gw1", 7, 1}, {"limit_2 = \"\"", 2, "", 0, -1},
-        {"limit_2 = gw1", 2, "gw1", 9, 1},            // no number: value kept
-        {"limit_2 = \\t", 2, "", 0, -1},              // white space only: cleared
-        {"limit_3 = " + long_word + " 4", 3, long_word.substr(0, 255), 4, 1},
-        {"limit_3 = " + long_digits, 3, long_digits.substr(0, 255), 0, 1},
-        {"limits_3 = a 1", 3, "a", 1, 1},             // name begins with "limit"
-        {"limit_30 = a 1", -1, "", 0, 0}, {"limit_2x = a 1", -1, "", 0, 0}, {"limit_4294967298 = a 1", -1, "", 0, 0},
-        {"other_2 = a 1", -1, "", 0, 0},
-    };
-    for (const row &r : rows) {
-        auto image = fresh_image();
-        limit_cfg_t &l = image->limits;
-        std::strcpy(l.target[2], "old");
-        l.value[2] = 9;
-        l.not_proxy[2] = 1;
-        const limit_cfg_t before = l;
-        parse(*image, "[config.VOIP.limits]\n" + r.param + "\n");
-        EXPECT_NE(l.updated, 0u);
-        for (int i = 0; i < CFG_LIMITS; ++i) {
-            const bool hit = i == r.entry;
-            if (hit)
-                EXPECT_EQ(l.target[i], r.target) << r.param;
-            else
-                EXPECT_EQ(std::memcmp(l.target[i], before.target[i], sizeof l.target[i]), 0) << r.param << " entry " << i;
-            EXPECT_EQ(l.value[i], hit ? r.value : before.value[i]) << r.param << " entry " << i;
-            EXPECT_EQ(l.not_proxy[i], hit ? r.not_proxy : before.not_proxy[i]) << r.param << " entry " << i;
-        }
-    }
-}
 
 struct limit_entry { int index; const char *target; int32_t value; int32_t not_proxy; };
 

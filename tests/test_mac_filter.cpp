@@ -1,5 +1,5 @@
-// MAC filter: mode before clients, index rules of "client_", the compacting
-// writer and its round trip.
+// MAC filter: the compacting writer and its round trip (what the parser
+// stores: tests/cases/network.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -14,37 +14,6 @@ namespace {
 
 using support::fresh_image;
 using support::parse;
-
-TEST(MacFilter, KeysAndIndexRules)
-{
-    // client: the client that changes, -1: none; expected: its text, or the mode when client is -1.
-    struct row { const char *param; int client; const char *expected; } rows[] = {
-        {"client_29 = 00:11:22:33:44:55", 29, "00:11:22:33:44:55"},
-        {"client_x = 00:00:00:00:00:01", 0, "00:00:00:00:00:01"},  // no number reads as 0
-        {"client_5 = 00:11:22:33:44:55:66:77", 5, "00:11:22:33:44:55"}, // cut to 17
-        {"client_5 =", 5, ""}, {"client_30 = 00:11:22:33:44:55", -1, "black"}, {"client_-1 = 00:11:22:33:44:55", -1, "black"},
-        {"client5 = 00:11:22:33:44:55", -1, "black"} /* no '_' */, {"mac_filter = white", -1, "black"},
-    };
-    for (const row &r : rows) {
-        auto image = fresh_image();
-        std::strcpy(image->mac_filter.mode, "black");
-        std::strcpy(image->mac_filter.client[5], "old");
-        mac_filter_cfg_t expected = image->mac_filter;
-        if (r.client >= 0) {
-            std::memset(expected.client[r.client], 0, sizeof expected.client[r.client]);
-            std::strcpy(expected.client[r.client], r.expected);
-        } else {
-            std::memset(expected.mode, 0, sizeof expected.mode);
-            std::strcpy(expected.mode, r.expected);
-        }
-        parse(*image, std::string("[config.Network.mac_filter]\n") + r.param + "\n");
-        EXPECT_NE(image->mac_filter.updated, 0u) << r.param;
-        for (int i = 0; i < CFG_MAC_CLIENTS; ++i)
-            EXPECT_STREQ(image->mac_filter.client[i], expected.client[i]) << r.param << " client " << i;
-        EXPECT_STREQ(image->mac_filter.mode, expected.mode) << r.param;
-        EXPECT_TRUE(support::lock_is_free());
-    }
-}
 
 TEST(MacFilter, WriterCompactsPadsAndRoundTrips)
 {

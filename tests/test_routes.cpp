@@ -1,5 +1,5 @@
-// Static routes: word scanning with the optional ".extra", values that keep
-// earlier fields, the compacting writer and its round trip.
+// Static routes: the compacting writer and its round trip (what the parser
+// stores: tests/cases/network.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -27,37 +27,6 @@ void set_route(route_t &r, const char *d, const char *m, const char *g, const ch
 std::string text(const route_t &r)
 {
     return std::string(r.destination) + "|" + r.netmask + "|" + r.gateway + "|" + r.extra;
-}
-
-TEST(Routes, ValueAndIndexRules)
-{
-    struct row { const char *param; int entry; route_t expected; } rows[] = { // entry: the route that changes, -1: none
-        {"route_0 = 10.0.0.0 255.0.0.0 192.168.1.1 .eth1", 0, {"10.0.0.0", "255.0.0.0", "192.168.1.1", "eth1"}},
-        {"route_0 = 10.0.0.0 255.0.0.0 192.168.1.1 eth1", 0, {"10.0.0.0", "255.0.0.0", "192.168.1.1", "old"}},
-        {"route_0 = 10.0.0.0\\t255.0.0.0  192.168.1.1 . eth2", 0, {"10.0.0.0", "255.0.0.0", "192.168.1.1", "eth2"}},
-        {"route_0 = 10.0.0.0 255.0.0.0 192.168.1.1 .", 0, {"10.0.0.0", "255.0.0.0", "192.168.1.1", "old"}},
-        {"route_0 = 10.0.0.0 255.0.0.0", 0, {"10.0.0.0", "255.0.0.0", "3.3.3.3", "old"}},
-        {"route_0 = 10.0.0.0", 0, {"10.0.0.0", "2.2.2.2", "3.3.3.3", "old"}}, {"route_0 =", 0, {"", "", "", ""}},
-        {"route_0 = \"\"", 0, {"", "", "", ""}},
-        {"route_0 = 1234567890abcdefXYZ 255.255.255.255x 1.2.3.4 .interface9", 0,
-         {"1234567890abcde", "255.255.255.255", "1.2.3.4", "interfa"}},
-        {"route_99 = 1.0.0.0 255.0.0.0 1.1.1.1 .x", 99, {"1.0.0.0", "255.0.0.0", "1.1.1.1", "x"}},
-        {"route_7z = 7.0.0.0 255.0.0.0 7.7.7.7", 7, {"7.0.0.0", "255.0.0.0", "7.7.7.7", ""}},
-        {"route_100 = 1.0.0.0 255.0.0.0 1.1.1.1", -1, {}}, {"route_x = 1.0.0.0 255.0.0.0 1.1.1.1", -1, {}},
-        {"route0 = 1.0.0.0 255.0.0.0 1.1.1.1", -1, {}},
-    };
-    for (const row &r : rows) {
-        auto image = fresh_image();
-        set_route(image->routes.route[0], "1.1.1.1", "2.2.2.2", "3.3.3.3", "old");
-        routes_cfg_t expected = image->routes;
-        if (r.entry >= 0)
-            expected.route[r.entry] = r.expected;
-        parse(*image, std::string("[config.Network.routes]\n") + r.param + "\n");
-        EXPECT_NE(image->routes.updated, 0u) << r.param;
-        for (int i = 0; i < CFG_ROUTES; ++i)
-            EXPECT_EQ(text(image->routes.route[i]), text(expected.route[i])) << r.param << " route " << i;
-        EXPECT_TRUE(support::lock_is_free());
-    }
 }
 
 TEST(Routes, WriterCompactsPadsAndRoundTrips)

@@ -1,5 +1,5 @@
-// Switch VTU rules: "vtu<rule>.<field>" names, the valid flag, and the two
-// single-rule writers.
+// Switch VTU rules: the two single-rule writers (what the parser stores:
+// tests/cases/switch.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -19,49 +19,6 @@ void prefill(switch_cfg_t &sw)
 {
     for (auto &r : sw.vtu)
         r = vtu_rule_t{1, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7};
-}
-
-#define CHANGE(body) [](vtu_rule_t &r) { body; }
-
-// Malformed names are dropped: nothing changes, the node is still stamped.
-TEST(SwitchVtu, HandlerStoresByRuleAndFieldWordAndDropsMalformedNames)
-{
-    // Every other field of every rule keeps 7 (valid 1). Plain stores of each
-    // field word are covered by the insert round trip below.
-    const auto keep = CHANGE((void)r);
-    const struct { const char *param; int rule; void (*change)(vtu_rule_t &); } rows[] = {
-        {"vtu2.vid =", 2, CHANGE(r.vid = 0; r.valid = 0)},
-        {"vtu2.vid = abc", 2, CHANGE((void)r)}, // vid kept, rule stays valid
-        {"vtu2.cpuX = 4", 2, CHANGE(r.cpu = 4)}, {"vtu1.override = 12abc", 1, CHANGE(r.override = 12)},
-        {"vtu9.vidAAAAAAAAAAAA = 8", 9, CHANGE(r.vid = 8)}, // field word of 15 characters
-        {"vtu16.vid = 1", 0, keep}, {"vtu-1.vid = 1", 0, keep}, {"vtu4294967296.vid = 1", 0, keep}, {"vtu2.lan = 1", 0, keep},
-        {"vtu2 = 1", 0, keep}, {"vtu2vid = 1", 0, keep}, {"vtu.vid = 1", 0, keep}, {"vtux.vid = 1", 0, keep},
-        {"vtu2. = 1", 0, keep}, {"tvu2.vid = 1", 0, keep}, {"vtu2.VID = 1", 0, keep},
-        {"vtu9.vidAAAAAAAAAAAAA = 1", 0, keep}, // field word of 16 characters
-    };
-    for (const auto &r : rows) {
-        auto image = fresh_image();
-        prefill(image->switch_cfg);
-        switch_cfg_t expected = image->switch_cfg;
-        r.change(expected.vtu[r.rule]);
-        support::parse(*image, std::string("[config.Switch.vtu]\n") + r.param);
-        EXPECT_EQ(std::memcmp(&expected, &image->switch_cfg, sizeof expected), 0) << r.param;
-        EXPECT_NE(image->vtu_updated, 0u) << r.param;
-    }
-    EXPECT_TRUE(support::lock_is_free());
-}
-
-TEST(SwitchVtu, OnlyVidMakesARuleValid)
-{
-    auto image = fresh_image();
-    support::parse(*image, "[config.Switch.vtu]\nvtu5.port0 = 3\n vtu5.override = 1\n");
-    EXPECT_EQ(image->switch_cfg.vtu[5].valid, 0u);
-    EXPECT_EQ(image->switch_cfg.vtu[5].port0, 3);
-    support::parse(*image, "[config.Switch.vtu]\nvtu5.vid = 0\n");
-    EXPECT_EQ(image->switch_cfg.vtu[5].valid, 1u);
-    support::parse(*image, "[config.Switch.vtu]\nvtu5.vid =\n");
-    EXPECT_EQ(image->switch_cfg.vtu[5].valid, 0u);
-    EXPECT_EQ(image->switch_cfg.vtu[5].override, 1); // the other fields stay
 }
 
 // The nine params of a rule, in the writers' order, with `values`.

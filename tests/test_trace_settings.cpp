@@ -1,5 +1,5 @@
-// Trace settings: a flag param clears its own bit only, and the writer sends
-// the trace output as "syslog_server" whatever was stored.
+// Trace settings: the writer sends the trace output as "syslog_server"
+// whatever was stored (what the parser stores: tests/cases/voip.txt).
 #include "support.h"
 
 #include <cfgparser.h>
@@ -11,20 +11,6 @@ namespace {
 
 using support::fresh_image;
 using support::parse;
-
-TEST(TraceSettings, FlagParamsClearOneBit)
-{
-    const struct { const char *text; uint8_t before, expected; } rows[] = {
-        {"app_err = 0", 0xFF, 0xFD}, {"app_dbg = off", 0xFF, 0xEF}, {"syslog_to_file =", 0xFF, 0x7F},
-        {"app_err = 1\n app_err = 0", 0x05, 0x05},
-    };
-    for (const auto &r : rows) {
-        auto image = fresh_image();
-        image->trace.flags = r.before;
-        parse(*image, std::string("[config.VOIP.trace]\n") + r.text + "\n");
-        EXPECT_EQ(image->trace.flags, r.expected) << r.text;
-    }
-}
 
 TEST(TraceSettings, WriterSendsTheSyslogServerAsOutput)
 {

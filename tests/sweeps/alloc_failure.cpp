@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -83,13 +84,13 @@ parse_result counted_parse(cfg_image_t &image, const uint8_t *message, long refu
     return {calls, live};
 }
 
-// Every k-th allocation when CFGPARSER_SWEEP_STRIDE=k (the build under
-// emulation sets it); every one otherwise.
-long sweep_stride()
+// Every k-th allocation when CFGPARSER_SWEEP_STRIDE=k, every one otherwise;
+// CFGPARSER_SWEEP_SHARD=i/n takes the i-th of every n of those (ctest runs
+// the shards side by side).
+long env_number(const char *name, long otherwise)
 {
-    const char *stride = std::getenv("CFGPARSER_SWEEP_STRIDE");
-    const long k = stride != nullptr ? std::atol(stride) : 1;
-    return k > 0 ? k : 1;
+    const char *text = std::getenv(name);
+    return text != nullptr ? std::atol(text) : otherwise;
 }
 
 // What the library stored, as its writers send it back.
@@ -155,9 +156,14 @@ TEST_F(AllocFailure, EveryAllocationOfTheFullSample)
     ASSERT_EQ(std::memcmp(image.get(), reference.get(), sizeof(cfg_image_t)), 0)
         << "counting changes nothing";
 
-    const long stride = sweep_stride();
+    const long every = std::max(env_number("CFGPARSER_SWEEP_STRIDE", 1), 1L);
+    const char *shard_text = std::getenv("CFGPARSER_SWEEP_SHARD");
+    const char *slash = shard_text != nullptr ? std::strchr(shard_text, '/') : nullptr;
+    const long shards = slash != nullptr ? std::max(std::atol(slash + 1), 1L) : 1;
+    const long shard = slash != nullptr ? std::atol(shard_text) % shards : 0;
+    const long stride = every * shards;
     long refused = 0;
-    for (long k = 1; k <= plain.calls; k += stride, ++refused) {
+    for (long k = 1 + shard * every; k <= plain.calls; k += stride, ++refused) {
         std::memset(image.get(), 0, sizeof(cfg_image_t));
         image->max_ports = CFG_MAX_PORTS;
         const parse_result r = counted_parse(*image, message.data(), k);
