@@ -440,6 +440,22 @@ path_number number_of(const route &r, const char *path, int32_t matches, char *c
     return n;
 }
 
+const keys::key *row_of(const route &r, const char *name, int32_t &entry) noexcept
+{
+    entry = 0;
+    const std::span<const keys::key> rows_of_kind = r.kind.keys->rows;
+    if (!rows_of_kind.empty() && rows_of_kind[0].entry == keys::entry_form::rule_then_key) {
+        std::string_view field;
+        if (!keys::split_rule_name("vtu", name, static_cast<int32_t>(rows_of_kind[0].count), entry, field))
+            return nullptr;
+        return keys::find(*r.kind.keys, field);
+    }
+    const keys::key *k = keys::find(*r.kind.keys, name);
+    if (k != nullptr && k->count != 0)
+        entry = keys::entry_of(*k, name);
+    return k;
+}
+
 // The path is a C string everywhere in the walk (prefix tests and patterns
 // alike), so a NUL byte inside a path ends it there.
 void match_patterns(const char *path, int32_t *matches, char ***substrings) noexcept

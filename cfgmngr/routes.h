@@ -120,6 +120,12 @@ struct path_number {
 path_number number_of(const route &r, const char *path, int32_t matches, char *const *substrings,
                       unsigned part = 0) noexcept;
 
+// The row of the route's key table that a param name selects, and the entry
+// it addresses: 0 for a key without entries, -1 for a name whose entry
+// number is missing or out of range ("vtu3.vid": rule 3 of the field "vid").
+// nullptr when no row takes the name.
+const keys::key *row_of(const route &r, const char *name, int32_t &entry) noexcept;
+
 // Matches the profile patterns against a path (only for a path that begins
 // as they do): `matches[i]` and `substrings[i]` per pattern, as libpcre gave
 // them; free_matches releases the substring tables.
