@@ -11,6 +11,7 @@
 
 #include "msgload.h"
 #include "msgtext.h"
+#include "route.h"
 #include "schema.h"
 
 #include <nlohmann/json.hpp>
@@ -27,7 +28,6 @@ namespace cfgmsg {
 
 using cfg::keys::key;
 using cfg::keys::kind;
-using cfg::keys::node_kind;
 using cfg::keys::rule;
 
 namespace {
@@ -116,58 +116,41 @@ bool comparable(const key &k)
     }
 }
 
-// The node kind the parser stores a path with: the first kind (in the
-// parser's order) whose path is the path's beginning (numbered kinds: the
-// path itself, with its numbers in range), and the offset of its record.
-const node_kind *kind_of(const std::string &path, std::size_t &record)
+// The row and entry a param name addresses in a route; entry -1 when the
+// name's entry number is missing or out of range.
+const key *row_of(const cfg::routes::route &r, const std::string &name, int &entry)
 {
-    for (const node_kind &nk : cfg::keys::node_kinds()) {
-        const bool numbered = nk.path.find('{') != std::string_view::npos;
-        if (numbered) {
-            if (const auto n = path_entry(nk.path, path)) {
-                record = nk.record_offset((*n)[0], (*n)[1]);
-                return &nk;
-            }
-        } else if (std::string_view(path).starts_with(nk.path)) {
-            record = nk.record_offset(0);
-            return &nk;
-        }
-    }
-    return nullptr;
-}
-
-// The row and entry a param name addresses in a node kind; entry -1 when
-// the name's entry number is missing or out of range.
-const key *row_of(const node_kind &nk, const std::string &name, int &entry)
-{
-    entry = 0;
-    const key *k = nullptr;
-    int32_t rule = 0;
-    std::string_view field;
-    if (!nk.keys->rows.empty() && nk.keys->rows[0].entry == cfg::keys::entry_form::rule_then_key) {
-        if (!cfg::keys::split_rule_name("vtu", name.c_str(), CFG_VTU_RULES, rule, field))
-            return nullptr;
-        k = cfg::keys::find(*nk.keys, field);
-        entry = rule;
-        return k;
-    }
-    k = cfg::keys::find(*nk.keys, name);
-    if (k != nullptr && k->count != 0)
-        entry = cfg::keys::entry_of(*k, name.c_str());
+    int32_t e = 0;
+    const key *k = cfg::routes::row_of(r, name.c_str(), e);
+    entry = e;
     return k;
 }
 
 void check_message(const std::string &file, const message &msg, cfg_image_t &image, std::vector<finding> &out)
 {
     for (const node &nd : msg.nodes) {
-        std::size_t at = 0;
-        const node_kind *nk = kind_of(nd.path, at);
-        if (nk == nullptr) {
+        const routed where = route_path(nd.path, image.max_ports);
+        if (where.route == nullptr) {
             out.push_back({file, nd.path, "", std::nullopt, std::nullopt, "unknown node: skipped"});
             continue;
         }
-        auto *record = reinterpret_cast<uint8_t *>(&image) + at;
-        const bool group = nk->rules == cfg::keys::node_rules::group;
+        if (where.fate == routed::skipped) {
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt, "names no record: skipped"});
+            continue;
+        }
+        if (where.fate == routed::stops_message) {
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt,
+                           "names no record: the rest of the message is dropped"});
+            return;
+        }
+        if (where.stored_path != nd.path)
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt, "stored as " + where.stored_path});
+        if (where.beyond_max_ports)
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt,
+                           "stored, but not sent with max_ports " + std::to_string(image.max_ports)});
+        const cfg::routes::route *nk = where.route;
+        auto *record = reinterpret_cast<uint8_t *>(&image) + where.record;
+        const bool group = nk->kind.rules == cfg::keys::node_rules::group;
         for (const param &p : nd.params) {
             // A hunt group keeps what a param without a value names.
             if (group && !p.value)
@@ -199,17 +182,17 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
 
 std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value)
 {
-    std::size_t at = 0;
-    const node_kind *nk = kind_of(std::string(path), at);
-    if (nk == nullptr)
+    const routed where = route_path(std::string(path), CFG_MAX_PORTS);
+    if (where.route == nullptr || where.fate != routed::stored)
         return std::nullopt; // nothing known about the node
+    const cfg::routes::route *nk = where.route;
     int n = 0;
     const key *k = row_of(*nk, std::string(param), n);
     if (k == nullptr)
         return "no such key: the library ignores it";
     if (n < 0)
         return "entry number out of range: the library ignores it";
-    std::vector<uint8_t> record(nk->stride, 0);
+    std::vector<uint8_t> record(nk->kind.stride, 0);
     const std::string text(value);
     const char *v = text.empty() || text == "\"\"" ? nullptr : text.c_str();
     cfg::keys::store(*k, record.data(), v, static_cast<unsigned>(n));

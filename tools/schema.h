@@ -6,6 +6,7 @@
 
 #include "cfgmngr/key_tables.h"
 #include "cli.h"
+#include "route.h"
 
 #include <cstdint>
 #include <optional>
