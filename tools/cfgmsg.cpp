@@ -28,6 +28,7 @@
 #include "msgload.h"
 #include "msgtext.h"
 #include "schema.h"
+#include "route.h"
 #include "value_check.h"
 
 #include <algorithm>
@@ -466,7 +467,7 @@ int run_set(const options &opt) {
     }
     for (const std::string &ref : opt.unsets) {
         cfgmsg::param_ref r;
-        if (!cfgmsg::split_param_ref(ref, r.path, r.name))
+        if (!cfgmsg::split_by_route(ref, r.path, r.name))
             return fail(exit_usage, "set: --unset wants PATH.PARAM, not '" + ref + "'");
         edits.unsets.push_back(std::move(r));
     }
@@ -475,7 +476,7 @@ int run_set(const options &opt) {
         const std::string &arg = opt.args[i];
         const std::size_t eq = arg.find('=');
         cfgmsg::param_set s;
-        if (eq == std::string::npos || !cfgmsg::split_param_ref(std::string_view(arg).substr(0, eq), s.path, s.name))
+        if (eq == std::string::npos || !cfgmsg::split_by_route(std::string_view(arg).substr(0, eq), s.path, s.name))
             return fail(exit_usage, "set: '" + arg + "' is not PATH.PARAM=VALUE\ntry 'cfgmsg set --help'");
         const std::string_view value = std::string_view(arg).substr(eq + 1);
         if (!value.empty()) s.value = value;

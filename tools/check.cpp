@@ -182,9 +182,9 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
 
 std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value)
 {
+    if (auto why = path_warning(std::string(path)))
+        return why;
     const routed where = route_path(std::string(path), CFG_MAX_PORTS);
-    if (where.route == nullptr || where.fate != routed::stored)
-        return std::nullopt; // nothing known about the node
     const cfg::routes::route *nk = where.route;
     int n = 0;
     const key *k = row_of(*nk, std::string(param), n);

@@ -62,3 +62,45 @@ routed route_path(const std::string &path, uint32_t max_ports)
 }
 
 }  // namespace cfgmsg
+
+namespace cfgmsg {
+
+bool split_by_route(std::string_view ref, std::string &path, std::string &name)
+{
+    for (std::size_t dot = ref.rfind('.'); dot != std::string_view::npos && dot > 0; dot = ref.rfind('.', dot - 1)) {
+        if (dot + 1 == ref.size())
+            continue;
+        const std::string p(ref.substr(0, dot));
+        const std::string n(ref.substr(dot + 1));
+        const routed where = route_path(p, CFG_MAX_PORTS);
+        int32_t entry = 0;
+        if (where.route != nullptr && where.fate == routed::stored && where.stored_path == p &&
+            cfg::routes::row_of(*where.route, n.c_str(), entry) != nullptr) {
+            path = p;
+            name = n;
+            return true;
+        }
+    }
+    const std::size_t dot = ref.rfind('.');
+    if (dot == std::string_view::npos || dot == 0 || dot + 1 == ref.size())
+        return false;
+    path = ref.substr(0, dot);
+    name = ref.substr(dot + 1);
+    return true;
+}
+
+std::optional<std::string> path_warning(const std::string &path)
+{
+    const routed where = route_path(path, CFG_MAX_PORTS);
+    if (where.route == nullptr)
+        return "unknown node: the library skips it";
+    if (where.fate == routed::skipped)
+        return "the path names no record: the library skips the node";
+    if (where.fate == routed::stops_message)
+        return "the path names no record: the library drops the rest of the message";
+    if (where.stored_path != path)
+        return "the library stores the node as " + where.stored_path;
+    return std::nullopt;
+}
+
+}  // namespace cfgmsg

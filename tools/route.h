@@ -5,7 +5,9 @@
 #include "cfgmngr/routes.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace cfgmsg {
 
@@ -22,5 +24,21 @@ routed route_path(const std::string &path, uint32_t max_ports);
 
 // The path of a route's record: its shown path with the numbers put in.
 std::string path_of_record(const cfg::routes::route &r, const unsigned numbers[2]);
+
+}  // namespace cfgmsg
+
+namespace cfgmsg {
+
+// "PATH.PARAM" split where the library would take it: the longest PATH
+// that is a node path of its own (the path of the record it reaches) and
+// whose route has a row for PARAM, so that a param whose name holds a dot
+// is found ("config.Switch.vtu.vtu0.vid": node config.Switch.vtu, param
+// vtu0.vid). Otherwise at the last dot. False when there is no dot to split at.
+bool split_by_route(std::string_view ref, std::string &path, std::string &name);
+
+// What the library does with a node path, in words: nullopt when it stores
+// the node under this very path; else "unknown node: skipped", "stored as
+// ...", and the like.
+std::optional<std::string> path_warning(const std::string &path);
 
 }  // namespace cfgmsg
