@@ -2,6 +2,7 @@
 // sends is found by running it over the full sample, not read from the
 // table; the path numbers the handlers read are checked by what they store.
 #include "cfgmngr/routes.h"
+#include "check_agrees.h"
 #include "support.h"
 #include "writer_families.h"
 
@@ -123,6 +124,23 @@ TEST(RouteTable, RulesOfTheirOwnAsTheReferenceStatesThem)
                         if (node.path == r.sent_path && !sent)
                             sent = support::value(node, r.sent_name);
         EXPECT_EQ(sent, std::optional<std::string>(r.expected));
+    }
+}
+
+// check's judgement against the library: the samples, and inputs made to
+// be stored otherwise than sent.
+TEST(CheckAgrees, WithTheLibraryOnTheSamplesAndOnValuesStoredOtherwise)
+{
+    EXPECT_EQ(check_agrees::check(full_sample(), CFG_MAX_PORTS), "");
+    EXPECT_EQ(check_agrees::check(full_sample(), 1), "");
+    for (const char *text : {
+             "[config.VOIP.ports.port_3x]\ncategory = 300\ngainr = loud\n[config.VOIP.ports.port_3]\ngaint = 5\n",
+             "[config.VOIP.h323]\ntimetolive = -1\nkeepalivetime = 7x\n[config.VOIP.no_such]\na = 1\n",
+             "[config.VOIP.profile.profile_9.sip]\ntimer = 0\n[config.VOIP.h323]\ntimetolive = 5\n",
+             "[config.VOIP.profile.profile_0.codecs]\nt38_datagram = 300\ng711pte = 25\n",
+         }) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(check_agrees::check(cfgmsg::message_from_text(text), CFG_MAX_PORTS), "");
     }
 }
 

@@ -55,11 +55,6 @@
 
 namespace cfgmsg::cli {
 
-int fail(int status, const std::string &text) {
-    std::fprintf(stderr, "cfgmsg: %s\n", text.c_str());
-    return status;
-}
-
 std::optional<loaded_message> load(const std::string &file, std::optional<msg_format> want, unsigned accepts) {
     std::string error;
     auto m = load_message(file, want, error, accepts);

@@ -32,15 +32,6 @@ using cfg::keys::rule;
 
 namespace {
 
-struct finding {
-    std::string file;
-    std::string path;
-    std::string param;                 // empty: the whole node or message
-    std::optional<std::string> sent;   // nullopt: no value
-    std::optional<std::string> stored; // nullopt: nothing stored
-    std::string reason;
-};
-
 struct image_free {
     void operator()(cfg_image_t *image) const noexcept { std::free(image); }
 };
@@ -126,6 +117,8 @@ const key *row_of(const cfg::routes::route &r, const std::string &name, int &ent
     return k;
 }
 
+}  // namespace
+
 void check_message(const std::string &file, const message &msg, cfg_image_t &image, std::vector<finding> &out)
 {
     for (const node &nd : msg.nodes) {
@@ -177,8 +170,6 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
         }
     }
 }
-
-}  // namespace
 
 std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value)
 {
