@@ -10,6 +10,7 @@
 #include "value_check.h"
 
 #include "msgload.h"
+#include "apply.h"
 #include "msgtext.h"
 #include "route.h"
 #include "schema.h"
@@ -17,6 +18,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cerrno>
+#include <unistd.h>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -31,10 +33,6 @@ using cfg::keys::kind;
 using cfg::keys::rule;
 
 namespace {
-
-struct image_free {
-    void operator()(cfg_image_t *image) const noexcept { std::free(image); }
-};
 
 // "%d" reads a number here: white space, one sign, then a digit.
 bool has_number(const char *value)
@@ -171,6 +169,72 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
     }
 }
 
+namespace {
+
+// The entries of the lists with line formats of their own (hosts, routes,
+// rules, limits, ...), judged by what the library's writers send after every
+// message: an entry sent under another name was renumbered (the writers send
+// the entries they counted, from the first), one not sent at all was not
+// kept or not counted.
+void list_entries(const std::vector<std::pair<std::string, message>> &messages, uint32_t max_ports,
+                  std::vector<finding> &out)
+{
+    image_ptr image = fresh_image(max_ports);
+    message sent;
+    std::string error;
+    // The library prints the error lines of its trace on standard output,
+    // which carries the findings: they go to standard error meanwhile.
+    std::fflush(stdout);
+    const int saved = dup(STDOUT_FILENO);
+    if (saved >= 0)
+        dup2(STDERR_FILENO, STDOUT_FILENO);
+    for (const auto &[file, msg] : messages)
+        apply_message(*image, encode(msg));
+    const bool written = configuration_of(*image, sent, error);
+    std::fflush(stdout);
+    if (saved >= 0) {
+        dup2(saved, STDOUT_FILENO);
+        close(saved);
+    }
+    if (!written)
+        return;
+    for (const auto &[file, msg] : messages)
+        for (const node &nd : msg.nodes) {
+            const routed where = route_path(nd.path, max_ports);
+            if (where.route == nullptr || where.fate != routed::stored)
+                continue;
+            const node *out_node = nullptr;
+            for (const node &o : sent.nodes)
+                if (o.path == where.stored_path && out_node == nullptr)
+                    out_node = &o;
+            for (const param &p : nd.params) {
+                int32_t entry = 0;
+                const key *k = cfg::routes::row_of(*where.route, p.name.c_str(), entry);
+                if (k == nullptr || k->count == 0 || entry < 0 || !p.value || *p.value == "\"\"" ||
+                    (k->special != rule::host_line && k->special != rule::route_line &&
+                     k->special != rule::limit_line && k->special != rule::snmp_user_line))
+                    continue;
+                std::optional<std::string> same_name, same_value;
+                if (out_node != nullptr)
+                    for (const param &q : out_node->params) {
+                        if (q.name == p.name)
+                            same_name = q.value.value_or("");
+                        else if (q.value == p.value && !same_value)
+                            same_value = q.name;
+                    }
+                if (same_name && *same_name == *p.value)
+                    continue;
+                if (same_value)
+                    out.push_back({file, nd.path, p.name, p.value, std::nullopt, "renumbered: sent as " + *same_value});
+                else if (!same_name || same_name != p.value)
+                    out.push_back({file, nd.path, p.name, p.value, same_name,
+                                   "list entry not kept or not counted: not sent as " + p.name});
+            }
+        }
+}
+
+}  // namespace
+
 std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value)
 {
     if (auto why = path_warning(std::string(path)))
@@ -235,6 +299,7 @@ int run_check(const cli::options &opt)
     std::unique_ptr<cfg_image_t, image_free> image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
     image->max_ports = ports;
     std::vector<finding> findings;
+    std::vector<std::pair<std::string, message>> loaded_messages;
     for (const std::string &file : files) {
         // A message that cannot be read is a finding: where it stopped.
         std::string error;
@@ -244,7 +309,9 @@ int run_check(const cli::options &opt)
             continue;
         }
         check_message(file, loaded->msg, *image, findings);
+        loaded_messages.push_back({file, loaded->msg});
     }
+    list_entries(loaded_messages, ports, findings);
 
     if (json) {
         auto all = nlohmann::ordered_json::array();
