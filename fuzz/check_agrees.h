@@ -74,7 +74,8 @@ inline std::string check(const std::vector<uint8_t> &bytes, uint32_t max_ports)
         }
     }
     for (const auto &[place, given] : last) {
-        const auto &[nd, p] = given;
+        const cfgmsg::node *nd = given.first;
+        const cfgmsg::param *p = given.second;
         const cfg::keys::key &k = *place.row;
         const bool compared = k.special == cfg::keys::rule::none || k.special == cfg::keys::rule::pickup_groups ||
                               k.special == cfg::keys::rule::text_or_default ||

@@ -19,13 +19,12 @@ using cfg::routes::route;
 
 namespace {
 
-// Walks a pattern against a path: literal characters must agree, a
-// "{first..last}" part takes the path's decimal digits. Returns how far the
-// path agreed, and the number read (if any).
+// Walks a shown path against the beginning of a path for selection: literal
+// characters must agree, a "{first..last}" part takes decimal digits in its
+// range. (Which record a concrete path reaches is route_path's question.)
 struct walk {
     bool whole_path = false;    // the path ran out while it agreed
     bool whole_pattern = false; // pattern and path ended together
-    std::vector<unsigned> numbers; // one per numbered part, counted from its first
 };
 
 walk walk_pattern(std::string_view pattern, std::string_view path)
@@ -50,7 +49,6 @@ walk walk_pattern(std::string_view pattern, std::string_view path)
             const unsigned n = static_cast<unsigned>(std::stoul(std::string(path.substr(j, end - j))));
             if (n < first || n > last)
                 return w;
-            w.numbers.push_back(n - first);
             j = end;
             i = close + 1;
             continue;
@@ -255,15 +253,6 @@ bool path_selected(std::string_view pattern, std::string_view filter)
     if (filter.empty())
         return true;
     return walk_pattern(pattern, filter).whole_path;
-}
-
-std::optional<std::vector<unsigned>> path_entry(std::string_view pattern, std::string_view path)
-{
-    walk w = walk_pattern(pattern, path);
-    if (!w.whole_pattern)
-        return std::nullopt;
-    w.numbers.resize(2, 0);
-    return w.numbers;
 }
 
 std::string kind_name(const key &k)
