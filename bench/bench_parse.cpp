@@ -3,6 +3,7 @@
 #include "full_config.h"
 
 #include "cfgmngr/path_match.h"
+#include "cfgmngr/routes.h"
 #include "cfgmngr/wire.h"
 #include "universalConfigParser/msg_reader.h"
 
@@ -127,15 +128,8 @@ void BM_ParseOverWalk_Paired(benchmark::State &state)
 BENCHMARK(BM_ParseOverWalk_Paired)->Unit(benchmark::kMicrosecond);
 
 // The six profile patterns as all_parser evaluates them.
-constexpr const char *pattern_text[] = {
-    "^config\\.VOIP\\.profile\\.profile_\\d+\\.sip$",
-    "^config\\.VOIP\\.profile\\.profile_(\\d+)\\.sip_cadences\\.sip_cadence_(\\d+)$",
-    "^config\\.VOIP\\.profile\\.profile_\\d+\\.codecs$",
-    "^config\\.VOIP\\.profile\\.profile_\\d+\\.regexprd$",
-    "^config\\.VOIP\\.profile\\.profile_\\d+\\.dialplan$",
-    "^config\\.VOIP\\.dialplan_profiles\\.dialplan_profile(\\d+)$",
-};
-constexpr int pattern_count = static_cast<int>(std::size(pattern_text));
+using cfg::routes::pattern_count;
+using cfg::routes::pattern_text;
 
 // Compiled once, as all_parser keeps them, and studied with the JIT as
 // all_parser does (the unstudied variant measures compiling once alone).
@@ -221,6 +215,21 @@ int classify_as_all_parser(const std::string &path)
     return is_profile_path(path) ? classify_cached<true>(path) : 0;
 }
 
+// What all_parser does, to the route: the patterns as above, then the
+// route table's tests in classification order.
+int classify_to_route(const std::string &path)
+{
+    int32_t matches[pattern_count] = {};
+    char **tables[pattern_count] = {};
+    cfg::routes::match_patterns(path.c_str(), matches, tables);
+    benchmark::DoNotOptimize(cfg::routes::route_of(path, matches));
+    int found = 0;
+    for (int32_t n : matches)
+        found += n;
+    cfg::routes::free_matches(matches, tables);
+    return found;
+}
+
 template <int (*Classify)(const std::string &)>
 void BM_Classify(benchmark::State &state)
 {
@@ -245,6 +254,8 @@ BENCHMARK(BM_Classify<classify_compiling>)->Name("BM_Classify_CompilePerCall")
 BENCHMARK(BM_Classify<classify_cached<false>>)->Name("BM_Classify_Cached")
     ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Classify<classify_cached<true>>)->Name("BM_Classify_CachedStudied")
+    ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Classify<classify_to_route>)->Name("BM_Classify_ToRoute")
     ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Classify<classify_as_all_parser>)->Name("BM_Classify_AsAllParser")
     ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);

@@ -11,95 +11,94 @@ std::vector<writer_family> make_families()
 
     f.push_back({"voip_globals",
                  {
-                     {[](uint8_t **c, const image_t &im) { return h323_save(c, &im.h323); }},
-                     {[](uint8_t **c, const image_t &im) { return RANGE_save(c, &im.h323); }},
-                     {[](uint8_t **c, const image_t &im) { return common_sip_save(c, &im.sip); }},
-                     {[](uint8_t **c, const image_t &im) { return general_save(c, &im.general); }},
-                     {[](uint8_t **c, const image_t &im) { return tones_save(c, &im.tones); }},
-                     {[](uint8_t **c, const image_t &im) { return syslog_save(c, &im.trace); }},
-                     {[](uint8_t **c, const image_t &im) { return dvo_config_save(c, &im.dvo); }},
-                     {[](uint8_t **c, const image_t &im) { return cadence_config_save(c, &im); }},
+                     {[](uint8_t **c, const image_t &im) { return h323_save(c, &im.h323); }, true, "h323_save"},
+                     {[](uint8_t **c, const image_t &im) { return RANGE_save(c, &im.h323); }, true, "RANGE_save"},
+                     {[](uint8_t **c, const image_t &im) { return common_sip_save(c, &im.sip); }, true, "common_sip_save"},
+                     {[](uint8_t **c, const image_t &im) { return general_save(c, &im.general); }, true, "general_save"},
+                     {[](uint8_t **c, const image_t &im) { return tones_save(c, &im.tones); }, true, "tones_save"},
+                     {[](uint8_t **c, const image_t &im) { return syslog_save(c, &im.trace); }, true, "syslog_save"},
+                     {[](uint8_t **c, const image_t &im) { return dvo_config_save(c, &im.dvo); }, true, "dvo_config_save"},
+                     {[](uint8_t **c, const image_t &im) { return cadence_config_save(c, &im); }, true, "cadence_config_save"},
                  }});
 
     writer_family ports{"ports", {}};
     for (uint32_t p = 0; p < CFG_MAX_PORTS; ++p)
         ports.calls.push_back(
-            {[p](uint8_t **c, const image_t &im) { return one_port_to_file(c, p, &im.ports[p]); }});
+            {[p](uint8_t **c, const image_t &im) { return one_port_to_file(c, p, &im.ports[p]); }, true, "one_port_to_file"});
     for (uint32_t d = 0; d < CFG_PORT_PROFILES; ++d)
         ports.calls.push_back({[d](uint8_t **c, const image_t &im) {
             return profile_def_port_to_file(c, d, &im.port_defaults[d]);
-        }});
-    ports.calls.push_back({[](uint8_t **c, const image_t &im) { return all_ports_to_file(c, &im); }, false});
+        }, true, "profile_def_port_to_file"});
+    ports.calls.push_back({[](uint8_t **c, const image_t &im) { return all_ports_to_file(c, &im); }, false, "all_ports_to_file"});
     ports.calls.push_back(
-        {[](uint8_t **c, const image_t &im) { return all_ports_pickup_to_file(c, &im); }, false});
+        {[](uint8_t **c, const image_t &im) { return all_ports_pickup_to_file(c, &im); }, false, "all_ports_pickup_to_file"});
     f.push_back(std::move(ports));
 
     writer_family profiles{"profiles", {}};
     for (int p = 0; p < CFG_PROFILES; ++p) {
         profiles.calls.push_back(
-            {[p](uint8_t **c, const image_t &im) { return profile_codecs_save(c, p, &im.profiles[p]); }});
+            {[p](uint8_t **c, const image_t &im) { return profile_codecs_save(c, p, &im.profiles[p]); }, true, "profile_codecs_save"});
         profiles.calls.push_back(
-            {[p](uint8_t **c, const image_t &im) { return profile_sip_save(c, p, &im.profiles[p]); }});
+            {[p](uint8_t **c, const image_t &im) { return profile_sip_save(c, p, &im.profiles[p]); }, true, "profile_sip_save"});
         profiles.calls.push_back({[p](uint8_t **c, const image_t &im) {
             return profile_alert_info_save(c, p, &im.profiles[p]);
-        }});
+        }, true, "profile_alert_info_save"});
     }
     for (int d = 0; d < CFG_DIALPLAN_PROFILES; ++d)
         profiles.calls.push_back({[d](uint8_t **c, const image_t &im) {
             return dialplan_profile_save(c, d, &im.dialplan_profiles[d]);
-        }});
+        }, true, "dialplan_profile_save"});
     f.push_back(std::move(profiles));
 
     writer_family lists{"voip_lists", {}};
     for (int p = 0; p < CFG_PROFILES; ++p) {
         lists.calls.push_back({[p](uint8_t **c, const image_t &im) {
             return profile_dialplan_to_file(c, p, &im.dialplans[p], im.max_ports);
-        }});
+        }, true, "profile_dialplan_to_file"});
         lists.calls.push_back({[p](uint8_t **c, const image_t &im) {
             return profile_dialplan_regular_to_file(c, p, &im.dialplans[p]);
-        }});
+        }, true, "profile_dialplan_regular_to_file"});
     }
-    lists.calls.push_back({[](uint8_t **c, const image_t &im) { return groups_to_file(c, im.groups.entries, 0); }});
+    lists.calls.push_back({[](uint8_t **c, const image_t &im) { return groups_to_file(c, im.groups.entries, 0); }, true, "groups_to_file"});
     lists.calls.push_back(
-        {[](uint8_t **c, const image_t &im) { return groups_to_file(c, im.fxo_groups.entries, 1); }});
-    lists.calls.push_back({[](uint8_t **c, const image_t &im) { return save_limits(c, &im.limits); }});
+        {[](uint8_t **c, const image_t &im) { return groups_to_file(c, im.fxo_groups.entries, 1); }, true, "groups_to_file"});
+    lists.calls.push_back({[](uint8_t **c, const image_t &im) { return save_limits(c, &im.limits); }, true, "save_limits"});
     for (int m = 0; m < CFG_MODIFIERS; ++m)
         lists.calls.push_back(
-            {[m](uint8_t **c, const image_t &im) { return modifier_to_file(c, m, &im.modifiers[m]); }});
+            {[m](uint8_t **c, const image_t &im) { return modifier_to_file(c, m, &im.modifiers[m]); }, true, "modifier_to_file"});
     f.push_back(std::move(lists));
 
     f.push_back({"network",
                  {
-                     {[](uint8_t **c, const image_t &im) { return save_network(c, &im.network, &im.lldp); }},
-                     {[](uint8_t **c, const image_t &im) { return save_autoupdate(c, &im.network); }},
-                     {[](uint8_t **c, const image_t &im) { return save_ntp(c, &im.network); }},
-                     {[](uint8_t **c, const image_t &im) { return save_radius(c, &im.network); }},
-                     {[](uint8_t **c, const image_t &im) { return language_save(c, &im.network); }},
-                     {[](uint8_t **c, const image_t &im) { return snmp_save(c, &im.snmp, &im.network); }},
-                     {[](uint8_t **c, const image_t &im) { return snmp_user_save(c, &im.snmp); }},
-                     {[](uint8_t **c, const image_t &im) { return ipsec_save(c, &im.ipsec, &im.network); }},
-                     {[](uint8_t **c, const image_t &im) { return save_acs(c, &im.tr069); }},
+                     {[](uint8_t **c, const image_t &im) { return save_network(c, &im.network, &im.lldp); }, true, "save_network"},
+                     {[](uint8_t **c, const image_t &im) { return save_autoupdate(c, &im.network); }, true, "save_autoupdate"},
+                     {[](uint8_t **c, const image_t &im) { return save_ntp(c, &im.network); }, true, "save_ntp"},
+                     {[](uint8_t **c, const image_t &im) { return save_radius(c, &im.network); }, true, "save_radius"},
+                     {[](uint8_t **c, const image_t &im) { return language_save(c, &im.network); }, true, "language_save"},
+                     {[](uint8_t **c, const image_t &im) { return snmp_save(c, &im.snmp, &im.network); }, true, "snmp_save"},
+                     {[](uint8_t **c, const image_t &im) { return snmp_user_save(c, &im.snmp); }, true, "snmp_user_save"},
+                     {[](uint8_t **c, const image_t &im) { return ipsec_save(c, &im.ipsec, &im.network); }, true, "ipsec_save"},
+                     {[](uint8_t **c, const image_t &im) { return save_acs(c, &im.tr069); }, true, "save_acs"},
                  }});
 
     f.push_back({"network_lists",
                  {
-                     {[](uint8_t **c, const image_t &im) { return sendHostsToCfgMngr(c, &im.hosts); }},
-                     {[](uint8_t **c, const image_t &im) { return sendMacsToCfgMngr(c, &im.mac_filter); }},
-                     {[](uint8_t **c, const image_t &im) { return sendRoutesToCfgMngr(c, &im.routes); }},
-                     {[](uint8_t **c, const image_t &im) { return all_firewall_to_file(c, &im.firewall); }},
+                     {[](uint8_t **c, const image_t &im) { return sendHostsToCfgMngr(c, &im.hosts); }, true, "sendHostsToCfgMngr"},
+                     {[](uint8_t **c, const image_t &im) { return sendMacsToCfgMngr(c, &im.mac_filter); }, true, "sendMacsToCfgMngr"},
+                     {[](uint8_t **c, const image_t &im) { return sendRoutesToCfgMngr(c, &im.routes); }, true, "sendRoutesToCfgMngr"},
+                     {[](uint8_t **c, const image_t &im) { return all_firewall_to_file(c, &im.firewall); }, true, "all_firewall_to_file"},
                  }});
 
     writer_family sw{"switch", {}};
-    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return vlan_config_save(c, &im.switch_cfg); }});
-    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return qos_save(c, &im.switch_cfg); }});
-    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return switch_config_save(c, &im.switch_cfg); }});
+    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return vlan_config_save(c, &im.switch_cfg); }, true, "vlan_config_save"});
+    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return qos_save(c, &im.switch_cfg); }, true, "qos_save"});
+    sw.calls.push_back({[](uint8_t **c, const image_t &im) { return switch_config_save(c, &im.switch_cfg); }, true, "switch_config_save"});
     // Each rule again on its own: switch_config_save already sends them all,
     // blanking the rules not in use, while ins_rule_in_vtu sends whatever it
     // is given as a rule in use.
     for (int32_t r = 0; r < CFG_VTU_RULES; ++r)
         sw.calls.push_back(
-            {[r](uint8_t **c, const image_t &im) { return ins_rule_in_vtu(c, r, &im.switch_cfg.vtu[r]); },
-             false});
+            {[r](uint8_t **c, const image_t &im) { return ins_rule_in_vtu(c, r, &im.switch_cfg.vtu[r]); }, false, "ins_rule_in_vtu"});
     f.push_back(std::move(sw));
     return f;
 }

@@ -21,6 +21,7 @@ struct writer_call {
     // (summaries that repeat other nodes are not). The round-trip property
     // (fuzz/roundtrip.h) parses only these calls and compares all of them.
     bool in_full_config = true;
+    const char *name = ""; // the writer's function
 };
 
 struct writer_family {

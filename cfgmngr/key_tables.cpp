@@ -1,5 +1,5 @@
-// The lookup index of every key table, built at compile time, and the node
-// kinds that use them.
+// The lookup index of every key table, built at compile time. The node kinds
+// that use them are rows of the route table (routes.cpp).
 #include "cfgmngr/key_tables.h"
 
 #include "cfgmngr/key_index.h"
@@ -8,8 +8,6 @@
 #include "cfgmngr/keys_ports.h"
 #include "cfgmngr/keys_switch.h"
 #include "cfgmngr/keys_voip.h"
-
-#include <cstddef>
 
 namespace cfg::keys {
 namespace {
@@ -83,72 +81,5 @@ constinit const table hosts = make_table(hosts_keys, hosts_index);
 constinit const table mac_filter = make_table(mac_filter_keys, mac_filter_index);
 constinit const table routes = make_table(routes_keys, routes_index);
 constinit const table firewall = make_table(firewall_keys, firewall_index);
-
-namespace {
-
-#define IMAGE(member) static_cast<uint32_t>(offsetof(cfg_image_t, member))
-
-constexpr node_kind kinds[] = {
-    // ---- VoIP sections
-    {"config.VOIP.ports.port_def_{0..7}", &ports, port_keys, IMAGE(port_defaults), sizeof(port_cfg_t), 0, 7,
-     "profile_def_port_to_file"},
-    {"config.VOIP.ports.port_{0..71}", &ports, port_keys, IMAGE(ports), sizeof(port_cfg_t), 0, 71,
-     "one_port_to_file"},
-    {"config.VOIP.profile.profile_{0..7}.codecs", &codecs, codec_keys, IMAGE(profiles[0].codecs),
-     sizeof(profile_cfg_t), 0, 7, "profile_codecs_save"},
-    {"config.VOIP.dialplan_profiles.dialplan_profile{0..3}", &codecs, codec_keys, IMAGE(dialplan_profiles),
-     sizeof(dialplan_profile_cfg_t), 0, 3, "dialplan_profile_save"},
-    {"config.VOIP.h323", &h323, h323_keys, IMAGE(h323), sizeof(h323_cfg_t), 0, 0, "h323_save"},
-    {"config.VOIP.range", &range_ports, range_keys, IMAGE(h323), sizeof(h323_cfg_t), 0, 0, "RANGE_save"},
-    {"config.VOIP.profile.profile_{0..7}.sip_cadences.sip_cadence_{0..15}", &sip_cadence, sip_cadence_keys,
-     IMAGE(profiles[0].sip.sip_cadences), sizeof(profile_cfg_t), 0, 7, "profile_alert_info_save",
-     sizeof(sip_cadence_cfg_t), CFG_SIP_CADENCES - 1},
-    {"config.VOIP.profile.profile_{0..7}.sip", &sip_profile, sip_profile_keys, IMAGE(profiles[0].sip),
-     sizeof(profile_cfg_t), 0, 7, "profile_sip_save"},
-    {"config.VOIP.sip", &sip, sip_keys, IMAGE(sip), sizeof(sip_cfg_t), 0, 0, "common_sip_save"},
-    {"config.VOIP.general", &general, general_keys, IMAGE(general), sizeof(general_cfg_t), 0, 0, "general_save"},
-    {"config.VOIP.tones", &tones, tones_keys, IMAGE(tones), sizeof(tones_cfg_t), 0, 0, "tones_save"},
-    {"config.VOIP.trace", &trace, trace_keys, IMAGE(trace), sizeof(trace_cfg_t), 0, 0, "syslog_save"},
-    {"config.VOIP.profile.profile_{0..7}.dialplan", &dialplan, dialplan_keys, IMAGE(dialplans),
-     sizeof(profile_dialplan_cfg_t), 0, 7, "profile_dialplan_to_file"},
-    {"config.VOIP.groups.group_{0..31}", &groups, group_keys, IMAGE(groups.entries), sizeof(group_cfg_t), 0, 31,
-     "groups_to_file", 0, 0, node_rules::group},
-    {"config.VOIP.groups.fxo_group_{0..31}", &groups, group_keys, IMAGE(fxo_groups.entries), sizeof(group_cfg_t), 0,
-     31, "groups_to_file", 0, 0, node_rules::group},
-    {"config.VOIP.cadences.cadence_{0..31}", &cadences, cadence_keys, IMAGE(cadences), sizeof(cadence_cfg_t), 0, 31,
-     "cadence_config_save"},
-    {"config.VOIP.profile.profile_{0..7}.regexprd", &regexprd, regexprd_keys, IMAGE(dialplans),
-     sizeof(profile_dialplan_cfg_t), 0, 7, "profile_dialplan_regular_to_file"},
-    {"config.VOIP.dvo", &dvo, dvo_keys, IMAGE(dvo), sizeof(dvo_cfg_t), 0, 0, "dvo_config_save"},
-    {"config.VOIP.limits", &limits, limit_keys, IMAGE(limits), sizeof(limit_cfg_t), 0, 0, "save_limits"},
-    {"config.VOIP.modifiers.modifier_{0..15}", &modifiers, modifier_keys, IMAGE(modifiers), sizeof(modifier_cfg_t),
-     0, 15, "modifier_to_file"},
-    // ---- Network and switch sections
-    {"config.Network.network", &network, network_keys, IMAGE(network), sizeof(network_cfg_t), 0, 0, "save_network"},
-    {"config.Network.snmp_users", &snmp_users, snmp_users_keys, IMAGE(snmp), sizeof(snmp_cfg_t), 0, 0, "snmp_user_save"},
-    {"config.Network.snmp", &snmp, snmp_keys, IMAGE(snmp), sizeof(snmp_cfg_t), 0, 0, "snmp_save"},
-    {"config.Network.LLDP", &lldp, lldp_keys, IMAGE(lldp), sizeof(lldp_cfg_t), 0, 0, "save_network"},
-    {"config.Network.IPSec", &ipsec, ipsec_keys, IMAGE(ipsec), sizeof(ipsec_cfg_t), 0, 0, "ipsec_save"},
-    {"config.Network.TR069", &tr069, tr069_keys, IMAGE(tr069), sizeof(tr069_cfg_t), 0, 0, "save_acs"},
-    {"config.Switch.vlan", &switch_vlan, switch_vlan_keys, IMAGE(switch_cfg), sizeof(switch_cfg_t), 0, 0, "vlan_config_save"},
-    {"config.Network.hosts", &hosts, hosts_keys, IMAGE(hosts), sizeof(hosts_cfg_t), 0, 0, "sendHostsToCfgMngr"},
-    {"config.Network.mac_filter", &mac_filter, mac_filter_keys, IMAGE(mac_filter), sizeof(mac_filter_cfg_t), 0, 0,
-     "sendMacsToCfgMngr"},
-    {"config.Network.routes", &routes, routes_keys, IMAGE(routes), sizeof(routes_cfg_t), 0, 0, "sendRoutesToCfgMngr"},
-    {"config.Switch.qos", &switch_qos, switch_qos_keys, IMAGE(switch_cfg), sizeof(switch_cfg_t), 0, 0, "qos_save"},
-    {"config.Switch.vtu", &switch_vtu, switch_vtu_keys, IMAGE(switch_cfg.vtu), sizeof(switch_cfg_t::vtu), 0, 0,
-     "switch_config_save"},
-    {"config.Network.rules", &firewall, firewall_keys, IMAGE(firewall), sizeof(firewall_cfg_t), 0, 0,
-     "all_firewall_to_file"},
-};
-
-#undef IMAGE
-
-} // namespace
-
-std::span<const node_kind> node_kinds() noexcept
-{
-    return kinds;
-}
 
 } // namespace cfg::keys

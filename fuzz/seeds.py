@@ -126,7 +126,8 @@ def main():
     out = sys.argv[1]
     folders = {}
     for target in ["all_parser", "status_parsers", "dial_plan_rule", "port_mask", "group_ports",
-                   "firewall_rule", "eth_port", "msgtext_decode", "msgtext_text", "roundtrip", "numbers"]:
+                   "firewall_rule", "eth_port", "msgtext_decode", "msgtext_text", "roundtrip", "numbers",
+                   "check_agrees"]:
         folders[target] = os.path.join(out, target)
         os.makedirs(folders[target], exist_ok=True)
 
@@ -146,11 +147,13 @@ def main():
     for msg in [full, sample] + [framed([n]) for n in nodes]:
         write_seed(folders["all_parser"], msg)
         write_seed(folders["roundtrip"], msg)
+        write_seed(folders["check_agrees"], msg)
         write_seed(folders["msgtext_decode"], msg)
     for word0 in (1, 9, 101):
         for msg in (sample, full):
             write_seed(folders["all_parser"], bytes([word0]) + msg[1:])
             write_seed(folders["roundtrip"], bytes([word0]) + msg[1:])
+            write_seed(folders["check_agrees"], bytes([word0]) + msg[1:])
 
     # Inputs that once found a fault or a rule, kept in fuzz/findings/, so
     # every run replays them first.
@@ -172,7 +175,7 @@ def main():
         for entry in (raw, struct.pack("<H", len(raw)) + raw):
             entries.append('"' + "".join(chr(b) if 0x20 <= b < 0x7F and b not in b'"\\' else "\\x%02X" % b
                                          for b in entry) + '"\n')
-    for target in ("all_parser", "roundtrip"):
+    for target in ("all_parser", "roundtrip", "check_agrees"):
         with open(os.path.join(out, target + ".dict"), "w") as f:
             f.writelines(entries)
 

@@ -381,7 +381,7 @@ TEST_F(CfgmsgCli, SchemaSelectsNodesAndShowsEachRule)
     const auto &params = (*tr069)["params"];
     EXPECT_EQ(std::tuple(params.front()["name"], params.back()["name"]), std::tuple("Enable", "NATAddress"));
     EXPECT_EQ(params[10], nlohmann::json::parse(R"({"name": "STUNServerPort", "kind": "range", "min": 1, "max": 65535,
-        "default": 3478, "rule": "1..65535, default 3478", "sent": true})"));
+        "default": 3478, "rule": "1..65535, default 3478", "sent": true, "sent_by": ["save_acs"]})"));
 
     // The committed reference is the one the tables print.
     EXPECT_EQ(run_line("schema --markdown").out, slurp(source_dir() / "docs" / "parameters.md"))

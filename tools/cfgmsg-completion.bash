@@ -1,6 +1,7 @@
 # bash completion of cfgmsg. The commands and options come from the tool's
 # own help ('cfgmsg --help', 'cfgmsg COMMAND --help'), so they are those of
-# the cfgmsg being completed; node paths come from 'cfgmsg get FILE'.
+# the cfgmsg being completed; node paths come from 'cfgmsg get FILE' and
+# 'cfgmsg schema', param names of 'set PATH.' from 'cfgmsg schema PATH'.
 
 # Words of the help of command $2 (or of the tool) of the cfgmsg at $1.
 _cfgmsg_commands() {
@@ -44,9 +45,26 @@ _cfgmsg() {
         set:--unset | set:--delete-node) paths_wanted=1 ;;
         get:* | set:*) [ -n "$file" ] && { [ "$command" = set ] || [ "$after" -eq 0 ]; } && paths_wanted=1 ;;
     esac
+    # After "PATH." of set: the params of PATH as the tool's schema lists them.
+    if [ "$command:$prev" != set:--delete-node ] && [ "$command" = set ] && [[ $cur == *.* ]]; then
+        local node=${cur%.*} names
+        # PATH must name one node kind: the schema shows it alone, as PATH
+        # itself or as its numbered form.
+        names=$("$tool" schema "$node" 2>/dev/null | awk -v node="$node" '
+            /^\[/ { headers++; path = substr($1, 2, length($1) - 2); ok = path == node || path ~ /[{]/ }
+            /^    [^ ]/ && $1 !~ /[{[]/ { names = names $1 "\n" }
+            END { if (headers == 1 && ok) printf "%s", names }')
+        if [ -n "$names" ]; then
+            mapfile -t COMPREPLY < <(compgen -P "$node." -W "$names" -- "${cur##*.}")
+            [ "$prev" = --unset ] || compopt -o nospace 2>/dev/null
+            [ "$prev" = --unset ] || COMPREPLY=("${COMPREPLY[@]/%/=}")
+            return
+        fi
+    fi
     if [ -n "$paths_wanted" ] && [ -r "$file" ]; then
         local paths
-        paths=$("$tool" get "$file" 2>/dev/null)
+        # The node paths of FILE, and those of the tool's schema that name one node.
+        paths=$({ "$tool" get "$file"; "$tool" schema | sed -n 's/^\[\([^]{]*\)\].*/\1/p'; } 2>/dev/null | sort -u)
         if [ "$command" = set ] && [ "$prev" != --delete-node ]; then
             paths=$(printf '%s.\n' $paths)  # PATH.PARAM: the param name follows
             compopt -o nospace 2>/dev/null

@@ -30,6 +30,7 @@
 #include "msgtext.h"
 #include "safe_write.h"
 #include "schema.h"
+#include "route.h"
 #include "select.h"
 #include "stream.h"
 #include "textedit.h"
@@ -57,28 +58,6 @@
 #ifndef CFGMSG_VERSION
 #define CFGMSG_VERSION "unknown"
 #endif
-
-namespace cfgmsg::cli {
-
-int fail(int status, const std::string &text) {
-    std::fprintf(stderr, "cfgmsg: %s\n", text.c_str());
-    return status;
-}
-
-std::optional<loaded_message> load(const std::string &file, std::optional<msg_format> want, unsigned accepts) {
-    std::string error;
-    auto m = load_message(file, want, error, accepts);
-    if (!m) fail(exit_trouble, error);
-    return m;
-}
-
-int write_stdout(std::string_view data) {
-    if (std::fwrite(data.data(), 1, data.size(), stdout) != data.size() || std::fflush(stdout) != 0)
-        return fail(exit_trouble, std::string("cannot write standard output: ") + std::strerror(errno));
-    return exit_ok;
-}
-
-}  // namespace cfgmsg::cli
 
 namespace {
 
@@ -525,7 +504,7 @@ int run_set(const options &opt) {
     for (const std::string &ref : opt.unsets) {
         cfgmsg::param_ref r;
         if (auto why = bad_field("PATH.PARAM", ref)) return bad(ref, *why);
-        if (!cfgmsg::split_param_ref(ref, r.path, r.name))
+        if (!cfgmsg::split_by_route(ref, r.path, r.name))
             return fail(exit_usage, "set: --unset wants PATH.PARAM, not '" + ref + "'");
         r.path = field_arg(r.path);
         r.name = field_arg(r.name);
@@ -536,7 +515,7 @@ int run_set(const options &opt) {
         const std::string &arg = opt.args[i];
         const std::size_t eq = arg.find('=');
         cfgmsg::param_set s;
-        if (eq == std::string::npos || !cfgmsg::split_param_ref(std::string_view(arg).substr(0, eq), s.path, s.name))
+        if (eq == std::string::npos || !cfgmsg::split_by_route(std::string_view(arg).substr(0, eq), s.path, s.name))
             return fail(exit_usage, "set: '" + arg + "' is not PATH.PARAM=VALUE\ntry 'cfgmsg set --help'");
         s.path = field_arg(s.path);
         s.name = field_arg(s.name);

@@ -11,12 +11,16 @@
 #include "value_check.h"
 
 #include "msgload.h"
+#include "apply.h"
 #include "msgtext.h"
+#include "route.h"
 #include "schema.h"
 
 #include <nlohmann/json.hpp>
 
 #include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -28,23 +32,9 @@ namespace cfgmsg {
 
 using cfg::keys::key;
 using cfg::keys::kind;
-using cfg::keys::node_kind;
 using cfg::keys::rule;
 
 namespace {
-
-struct finding {
-    std::string file;
-    std::string path;
-    std::string param;                 // empty: the whole node or message
-    std::optional<std::string> sent;   // nullopt: no value
-    std::optional<std::string> stored; // nullopt: nothing stored
-    std::string reason;
-};
-
-struct image_free {
-    void operator()(cfg_image_t *image) const noexcept { std::free(image); }
-};
 
 // "%d" reads a number here: white space, one sign, then a digit.
 bool has_number(const char *value)
@@ -117,58 +107,43 @@ bool comparable(const key &k)
     }
 }
 
-// The node kind the parser stores a path with: the first kind (in the
-// parser's order) whose path is the path's beginning (numbered kinds: the
-// path itself, with its numbers in range), and the offset of its record.
-const node_kind *kind_of(const std::string &path, std::size_t &record)
+// The row and entry a param name addresses in a route; entry -1 when the
+// name's entry number is missing or out of range.
+const key *row_of(const cfg::routes::route &r, const std::string &name, int &entry)
 {
-    for (const node_kind &nk : cfg::keys::node_kinds()) {
-        const bool numbered = nk.path.find('{') != std::string_view::npos;
-        if (numbered) {
-            if (const auto n = path_entry(nk.path, path)) {
-                record = nk.record_offset((*n)[0], (*n)[1]);
-                return &nk;
-            }
-        } else if (std::string_view(path).starts_with(nk.path)) {
-            record = nk.record_offset(0);
-            return &nk;
-        }
-    }
-    return nullptr;
-}
-
-// The row and entry a param name addresses in a node kind; entry -1 when
-// the name's entry number is missing or out of range.
-const key *row_of(const node_kind &nk, const std::string &name, int &entry)
-{
-    entry = 0;
-    const key *k = nullptr;
-    int32_t rule = 0;
-    std::string_view field;
-    if (!nk.keys->rows.empty() && nk.keys->rows[0].entry == cfg::keys::entry_form::rule_then_key) {
-        if (!cfg::keys::split_rule_name("vtu", name.c_str(), CFG_VTU_RULES, rule, field))
-            return nullptr;
-        k = cfg::keys::find(*nk.keys, field);
-        entry = rule;
-        return k;
-    }
-    k = cfg::keys::find(*nk.keys, name);
-    if (k != nullptr && k->count != 0)
-        entry = cfg::keys::entry_of(*k, name.c_str());
+    int32_t e = 0;
+    const key *k = cfg::routes::row_of(r, name.c_str(), e);
+    entry = e;
     return k;
 }
+
+}  // namespace
 
 void check_message(const std::string &file, const message &msg, cfg_image_t &image, std::vector<finding> &out)
 {
     for (const node &nd : msg.nodes) {
-        std::size_t at = 0;
-        const node_kind *nk = kind_of(nd.path, at);
-        if (nk == nullptr) {
+        const routed where = route_path(nd.path, image.max_ports);
+        if (where.route == nullptr) {
             out.push_back({file, nd.path, "", std::nullopt, std::nullopt, "unknown node: skipped"});
             continue;
         }
-        auto *record = reinterpret_cast<uint8_t *>(&image) + at;
-        const bool group = nk->rules == cfg::keys::node_rules::group;
+        if (where.fate == routed::skipped) {
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt, "names no record: skipped"});
+            continue;
+        }
+        if (where.fate == routed::stops_message) {
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt,
+                           "names no record: the rest of the message is dropped"});
+            return;
+        }
+        if (where.stored_path != nd.path)
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt, "stored as " + where.stored_path});
+        if (where.beyond_max_ports)
+            out.push_back({file, nd.path, "", std::nullopt, std::nullopt,
+                           "stored, but not sent with max_ports " + std::to_string(image.max_ports)});
+        const cfg::routes::route *nk = where.route;
+        auto *record = reinterpret_cast<uint8_t *>(&image) + where.record;
+        const bool group = nk->kind.rules == cfg::keys::node_rules::group;
         for (const param &p : nd.params) {
             // A hunt group keeps what a param without a value names.
             if (group && !p.value)
@@ -196,21 +171,97 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
     }
 }
 
+namespace {
+
+// The list entries of one message that the writers (their output `sent`)
+// do not send as they came: renumbered, or not kept or not counted.
+void list_entries_of(const std::string &file, const message &msg, const message &sent, uint32_t max_ports,
+                     std::vector<finding> &out)
+{
+    for (const node &nd : msg.nodes) {
+        const routed where = route_path(nd.path, max_ports);
+        if (where.route == nullptr || where.fate != routed::stored)
+            continue;
+        const node *out_node = nullptr;
+        for (const node &o : sent.nodes)
+            if (o.path == where.stored_path && out_node == nullptr)
+                out_node = &o;
+        for (const param &p : nd.params) {
+            int32_t entry = 0;
+            const key *k = cfg::routes::row_of(*where.route, p.name.c_str(), entry);
+            if (k == nullptr || k->count == 0 || entry < 0 || !p.value || *p.value == "\"\"" ||
+                (k->special != rule::host_line && k->special != rule::route_line &&
+                 k->special != rule::limit_line && k->special != rule::snmp_user_line))
+                continue;
+            std::optional<std::string> same_name, same_value;
+            if (out_node != nullptr)
+                for (const param &q : out_node->params) {
+                    if (q.name == p.name)
+                        same_name = q.value.value_or("");
+                    else if (q.value == p.value && !same_value)
+                        same_value = q.name;
+                }
+            if (same_name && *same_name == *p.value)
+                continue;
+            if (same_value)
+                out.push_back({file, nd.path, p.name, p.value, std::nullopt, "renumbered: sent as " + *same_value});
+            else if (!same_name || same_name != p.value)
+                out.push_back({file, nd.path, p.name, p.value, same_name,
+                               "list entry not kept or not counted: not sent as " + p.name});
+        }
+    }
+}
+
+// The entries of the lists with line formats of their own (hosts, routes,
+// rules, limits, ...), judged by what the library's writers send after every
+// message: an entry sent under another name was renumbered (the writers send
+// the entries they counted, from the first), one not sent at all was not
+// kept or not counted.
+void list_entries(const std::vector<std::pair<std::string, message>> &messages, uint32_t max_ports,
+                  std::vector<finding> &out)
+{
+    image_ptr image = fresh_image(max_ports);
+    for (const auto &[file, msg] : messages) {
+        // Each message is judged by what the writers send right after it,
+        // as a later message may fill the same entries again. The library's
+        // error lines are dropped meanwhile: standard output carries the
+        // findings, which report what those lines are about.
+        message sent;
+        std::string error;
+        std::fflush(stdout);
+        const int saved = dup(STDOUT_FILENO);
+        const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (saved >= 0 && null >= 0)
+            dup2(null, STDOUT_FILENO);
+        if (null >= 0)
+            close(null);
+        apply_message(*image, encode(msg));
+        const bool written = configuration_of(*image, sent, error);
+        std::fflush(stdout);
+        if (saved >= 0) {
+            dup2(saved, STDOUT_FILENO);
+            close(saved);
+        }
+        if (written)
+            list_entries_of(file, msg, sent, max_ports, out);
+    }
+}
+
 }  // namespace
 
 std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value)
 {
-    std::size_t at = 0;
-    const node_kind *nk = kind_of(std::string(path), at);
-    if (nk == nullptr)
-        return std::nullopt; // nothing known about the node
+    if (auto why = path_warning(std::string(path)))
+        return why;
+    const routed where = route_path(std::string(path), CFG_MAX_PORTS);
+    const cfg::routes::route *nk = where.route;
     int n = 0;
     const key *k = row_of(*nk, std::string(param), n);
     if (k == nullptr)
         return "no such key: the library ignores it";
     if (n < 0)
         return "entry number out of range: the library ignores it";
-    std::vector<uint8_t> record(nk->stride, 0);
+    std::vector<uint8_t> record(nk->kind.stride, 0);
     const std::string text(value);
     const char *v = text.empty() || text == "\"\"" ? nullptr : text.c_str();
     cfg::keys::store(*k, record.data(), v, static_cast<unsigned>(n));
@@ -264,12 +315,15 @@ int run_check(const cli::options &opt)
     std::unique_ptr<cfg_image_t, image_free> image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
     image->max_ports = ports;
     std::vector<finding> findings;
+    std::vector<std::pair<std::string, message>> loaded_messages;
     for (const std::string &file : files) {
         const auto loaded = cli::load(file);
         if (!loaded)
             return cli::exit_trouble;
         check_message(file, loaded->msg, *image, findings);
+        loaded_messages.push_back({file, loaded->msg});
     }
+    list_entries(loaded_messages, ports, findings);
     if (opt.redact)
         for (finding &f : findings) {
             f.sent = redacted(f.path, f.param, f.sent);

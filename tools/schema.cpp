@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -16,16 +17,16 @@ using cfg::keys::kind;
 using cfg::keys::node_kind;
 using cfg::keys::rule;
 using cfg::keys::sent;
+using cfg::routes::route;
 
 namespace {
 
-// Walks a pattern against a path: literal characters must agree, a
-// "{first..last}" part takes the path's decimal digits. Returns how far the
-// path agreed, and the number read (if any).
+// Walks a shown path against the beginning of a path for selection: literal
+// characters must agree, a "{first..last}" part takes decimal digits in its
+// range. (Which record a concrete path reaches is route_path's question.)
 struct walk {
     bool whole_path = false;    // the path ran out while it agreed
     bool whole_pattern = false; // pattern and path ended together
-    std::vector<unsigned> numbers; // one per numbered part, counted from its first
 };
 
 walk walk_pattern(std::string_view pattern, std::string_view path)
@@ -50,7 +51,6 @@ walk walk_pattern(std::string_view pattern, std::string_view path)
             const unsigned n = static_cast<unsigned>(std::stoul(std::string(path.substr(j, end - j))));
             if (n < first || n > last)
                 return w;
-            w.numbers.push_back(n - first);
             j = end;
             i = close + 1;
             continue;
@@ -100,13 +100,33 @@ const char *rule_name(rule r)
     }
 }
 
-std::string sent_text(const key &k)
+// The writers of the route that send the row.
+std::vector<std::string> sent_by(const route &r, const key &k)
 {
-    if (k.out == sent::none)
+    const auto row = static_cast<uint16_t>(&k - r.kind.keys->rows.data());
+    std::vector<std::string> names;
+    for (const cfg::routes::writer &w : r.writers)
+        for (uint16_t sent_row : w.rows)
+            if (sent_row == row && std::find(names.begin(), names.end(), w.name) == names.end())
+                names.emplace_back(w.name);
+    return names;
+}
+
+// "no", "yes" or "as NAME"; with the writers named where the node has more
+// than one (`by_name`).
+std::string sent_text(const route &r, const key &k, bool by_name)
+{
+    const std::vector<std::string> writers = sent_by(r, k);
+    if (writers.empty())
         return "no";
-    if (!k.sent_name.empty())
-        return "as " + std::string(k.sent_name);
-    return "yes";
+    std::string text = k.sent_name.empty() ? "yes" : "as " + std::string(k.sent_name);
+    if (by_name && r.writers.size() > 1) {
+        text += " (";
+        for (std::size_t i = 0; i < writers.size(); ++i)
+            text += (i == 0 ? "`" : ", `") + writers[i] + "`";
+        text += ")";
+    }
+    return text;
 }
 
 // The names of a numbered key, with its numbers as "{0..n}".
@@ -131,45 +151,60 @@ bool is_text(const key &k)
     return k.at.is_text;
 }
 
-nlohmann::ordered_json param_json(const key &k)
+nlohmann::ordered_json param_json(const route &r, const key &k)
 {
     nlohmann::ordered_json p;
     p["name"] = numbered_name(k);
     p["kind"] = kind_name(k);
-    if (k.how == kind::range || k.how == kind::urange) {
+    if (k.how == kind::range || k.how == kind::urange || k.special == rule::t38_datagram ||
+        k.special == rule::clamped) {
         p["min"] = k.min;
         p["max"] = k.max;
     }
     if (k.special == rule::text_or_default)
         p["default"] = std::string(k.text_default);
-    else if (!is_text(k) && k.how != kind::checkbox && k.special != rule::number_or_keep)
+    else if (k.special == rule::on_unless_zero || k.special == rule::trap_version)
+        p["default"] = 1; // what no value gives
+    else if (!is_text(k) && k.how != kind::checkbox && k.special != rule::number_or_keep &&
+             k.special != rule::not_kept && k.special != rule::group_ports)
         p["default"] = k.def;
     if (is_text(k))
         p["length"] = k.at.size - 1;
     p["rule"] = rule_text(k);
-    p["sent"] = k.out != sent::none;
-    if (k.out != sent::none && !k.sent_name.empty())
+    const std::vector<std::string> writers = sent_by(r, k);
+    p["sent"] = !writers.empty();
+    if (!writers.empty() && !k.sent_name.empty())
         p["sent_as"] = std::string(k.sent_name);
+    p["sent_by"] = writers;
     return p;
 }
 
-void print_text(const std::vector<const node_kind *> &nodes)
+std::string writer_list(const route &r, const char *quote)
 {
-    for (const node_kind *nk : nodes) {
+    std::string list;
+    for (std::size_t i = 0; i < r.writers.size(); ++i)
+        list += (i == 0 ? "" : ", ") + (quote + std::string(r.writers[i].name)) + quote;
+    return list;
+}
+
+void print_text(const std::vector<const route *> &nodes)
+{
+    for (const route *r : nodes) {
+        const node_kind *nk = &r->kind;
         std::printf("[%.*s]", static_cast<int>(nk->path.size()), nk->path.data());
-        if (!nk->writer.empty())
-            std::printf("    # written by %.*s", static_cast<int>(nk->writer.size()), nk->writer.data());
+        if (!r->writers.empty())
+            std::printf("    # written by %s", writer_list(*r, "").c_str());
         std::printf("\n");
         for (const key &k : nk->keys->rows) {
             const std::string name = numbered_name(k);
             std::printf("    %-28s %-14s %s; sent: %s\n", name.c_str(), kind_name(k).c_str(), rule_text(k).c_str(),
-                        sent_text(k).c_str());
+                        sent_text(*r, k, false).c_str());
         }
         std::printf("\n");
     }
 }
 
-void print_markdown(const std::vector<const node_kind *> &nodes)
+void print_markdown(const std::vector<const route *> &nodes)
 {
     std::printf("# Parameter reference\n\n"
                 "Generated by `cfgmsg schema --markdown` from the library's key tables\n"
@@ -177,18 +212,20 @@ void print_markdown(const std::vector<const node_kind *> &nodes)
                 "Every node path the parser stores, and for each param: how its value is read,\n"
                 "its bounds and default (used for no value and for a value outside the bounds),\n"
                 "the most characters a text keeps (longer texts are cut), and whether the\n"
-                "section's writer sends it. `{a..b}` stands for a number from a to b.\n"
+                "section's writers send it (naming them where a node has several).\n"
+                "`{a..b}` stands for a number from a to b.\n"
                 "A param name is matched by prefix: the first key, in the order below, that\n"
                 "the name begins with takes the value; names that begin with no key are\n"
                 "ignored.\n");
-    for (const node_kind *nk : nodes) {
+    for (const route *r : nodes) {
+        const node_kind *nk = &r->kind;
         std::printf("\n## `%.*s`\n\n", static_cast<int>(nk->path.size()), nk->path.data());
-        if (!nk->writer.empty())
-            std::printf("Written by `%.*s`.\n\n", static_cast<int>(nk->writer.size()), nk->writer.data());
+        if (!r->writers.empty())
+            std::printf("Written by %s.\n\n", writer_list(*r, "`").c_str());
         std::printf("| param | kind | rule | sent |\n|---|---|---|---|\n");
         for (const key &k : nk->keys->rows)
             std::printf("| `%s` | %s | %s | %s |\n", numbered_name(k).c_str(), kind_name(k).c_str(),
-                        rule_text(k).c_str(), sent_text(k).c_str());
+                        rule_text(k).c_str(), sent_text(*r, k, true).c_str());
     }
 }
 
@@ -207,9 +244,9 @@ const char *const schema_help =
     "selects the nodes with a path that it matches.\n"
     "\n"
     "options:\n"
-    "  --json      one JSON object per node: {\"path\", \"writer\", \"params\": [{\"name\",\n"
-    "              \"kind\", \"min\", \"max\", \"default\", \"length\", \"rule\", \"sent\",\n"
-    "              \"sent_as\"}]} (members that do not apply are left out)\n"
+    "  --json      one JSON object per node: {\"path\", \"writer\", \"writers\", \"params\":\n"
+    "              [{\"name\", \"kind\", \"min\", \"max\", \"default\", \"length\", \"rule\",\n"
+    "              \"sent\", \"sent_as\", \"sent_by\"}]} (members that do not apply are left out)\n"
     "  --markdown  the reference as a Markdown document (docs/parameters.md)\n"
     "  --help      this text\n"
     "\n"
@@ -220,15 +257,6 @@ bool path_selected(std::string_view pattern, std::string_view filter)
     if (filter.empty())
         return true;
     return walk_pattern(pattern, filter).whole_path;
-}
-
-std::optional<std::vector<unsigned>> path_entry(std::string_view pattern, std::string_view path)
-{
-    walk w = walk_pattern(pattern, path);
-    if (!w.whole_pattern)
-        return std::nullopt;
-    w.numbers.resize(2, 0);
-    return w.numbers;
 }
 
 std::string kind_name(const key &k)
@@ -271,10 +299,10 @@ std::string rule_text(const key &k)
     case rule::g726_packet_time: return "10, 20 or 30, default " + def;
     case rule::t38_datagram:
         return "0 (off) or " + number_text(k, k.min) + ".." + number_text(k, k.max) + ", default " + def;
-    case rule::not_kept: return "accepted and not kept";
+    case rule::not_kept: return "dropped by the parser; the codecs writers send it as 0";
     case rule::one_or_default: return "1, anything else " + def;
     case rule::inverse_checkbox: return "1 or 0, kept inverted";
-    case rule::on_unless_zero: return "0 for 0, anything else 1";
+    case rule::on_unless_zero: return "no value 1; a value reading as 0 (or without a number) 0, anything else 1";
     case rule::dtmf_mime: return "\"dtmfr\", \"dtmf\" or \"audio\"";
     case rule::hookflash_mime: return "\"dtmf\", \"hookf\", \"sscc\" or \"broadsoft\"";
     case rule::user_at_host: return "user@host, at most " + length + " before the @";
@@ -282,11 +310,11 @@ std::string rule_text(const key &k)
     case rule::entry_text: return "at most " + length;
     case rule::clamped: return "any number, held to " + number_text(k, k.min) + ".." + number_text(k, k.max);
     case rule::flag_list: return "flag numbers separated by ','";
-    case rule::group_ports: return "port numbers and ranges (\"1,3-5\")";
+    case rule::group_ports: return "port numbers below max_ports separated by ',' (\"1,3,5\"); anything else empties the list";
     case rule::limit_line: return "\"target number\"";
     case rule::modifier_rule: return "three words";
     case rule::dial_plan_line: return "a dial-plan rule";
-    case rule::trap_version: return "\"v2\" or v1";
+    case rule::trap_version: return "\"v2\" gives 2; no value or anything else 1";
     case rule::snmp_user_line: return "three words";
     case rule::port_flags: return "a flag per switch port, separated by blanks";
     case rule::host_line: return "\"address name\"";
@@ -316,6 +344,8 @@ std::string stored_text(const key &k, const void *record, unsigned entry)
         std::snprintf(hex, sizeof hex, "0x%x", static_cast<unsigned>(v));
         return hex;
     }
+    if (k.out == sent::uint) // "%u" of the member, as the writers send it
+        return std::to_string(static_cast<uint32_t>(v));
     return number_text(k, v);
 }
 
@@ -328,37 +358,42 @@ int run_schema(const cli::options &opt)
     const bool json = opt.json, markdown = opt.markdown;
     // A concrete path selects its own node kind; otherwise PATH is the
     // beginning of the paths it selects.
-    std::vector<const node_kind *> nodes;
+    std::vector<const route *> nodes;
     glob pattern;
     std::string error;
     if (filter && is_glob(*filter)) {
         if (!compile_glob(*filter, pattern, error))
             return cli::fail(cli::exit_usage, "schema: " + error);
-        for (const node_kind &nk : cfg::keys::node_kinds())
-            if (kind_selected(nk.path, pattern))
-                nodes.push_back(&nk);
+        for (const route &r : cfg::routes::all())
+            if (kind_selected(r.kind.path, pattern))
+                nodes.push_back(&r);
         if (nodes.empty())
             return cli::fail(cli::exit_no, "schema: no node path matches '" + *filter + "'");
+    } else if (filter) {
+        const routed where = route_path(*filter, CFG_MAX_PORTS);
+        if (where.route != nullptr && where.fate == routed::stored)
+            nodes.push_back(where.route);
     }
-    for (const node_kind &nk : cfg::keys::node_kinds())
-        if (filter && !pattern.wild && path_entry(nk.path, *filter))
-            nodes.push_back(&nk);
     if (nodes.empty())
-        for (const node_kind &nk : cfg::keys::node_kinds())
-            if (path_selected(nk.path, filter.value_or("")))
-                nodes.push_back(&nk);
+        for (const route &r : cfg::routes::all())
+            if (path_selected(r.kind.path, filter.value_or("")))
+                nodes.push_back(&r);
     if (nodes.empty()) {
         return cli::fail(cli::exit_no, "schema: no node path begins with '" + *filter + "'");
     }
     if (json) {
         auto all = nlohmann::ordered_json::array();
-        for (const node_kind *nk : nodes) {
+        for (const route *r : nodes) {
+            const node_kind *nk = &r->kind;
             nlohmann::ordered_json node;
             node["path"] = std::string(nk->path);
             node["writer"] = nk->writer.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(std::string(nk->writer));
+            node["writers"] = nlohmann::ordered_json::array();
+            for (const cfg::routes::writer &w : r->writers)
+                node["writers"].push_back(std::string(w.name));
             node["params"] = nlohmann::ordered_json::array();
             for (const key &k : nk->keys->rows)
-                node["params"].push_back(param_json(k));
+                node["params"].push_back(param_json(*r, k));
             all.push_back(std::move(node));
         }
         std::printf("%s\n", all.dump(2).c_str());

@@ -6,6 +6,7 @@
 
 #include "cfgmngr/key_tables.h"
 #include "cli.h"
+#include "route.h"
 
 #include <cstdint>
 #include <optional>
@@ -19,11 +20,6 @@ namespace cfgmsg {
 // by `filter`: a concrete path ("config.VOIP.ports.port_5"), a prefix of one
 // ("config.VOIP.ports"), or empty (every node).
 bool path_selected(std::string_view pattern, std::string_view filter);
-
-// The records of a node kind that a concrete path names: the number of each
-// numbered part counted from its first (two, 0 where there is no part);
-// nullopt when the path is not one of the kind's paths.
-std::optional<std::vector<unsigned>> path_entry(std::string_view pattern, std::string_view path);
 
 // How a row reads its value, in words ("range", "text", "pickup groups", ...).
 std::string kind_name(const cfg::keys::key &k);

@@ -14,8 +14,9 @@ node_end cadences(cfg_image_t &image, node &n)
     // nothing after it, or with anything but digits there ("cadence_x",
     // "cadence_3a", "cadence_-1") names no cadence, so that it can never fall
     // back to cadence 0.
-    const char *number = numbers::after_underscore(n.path, numbers::underscore::last);
-    const int32_t c = numbers::entry_number(number);
+    const routes::path_number found = n.number();
+    const char *number = found.text;
+    const auto c = static_cast<int32_t>(found.value);
     cfg_trace(CFG_TRACE_DEBUG, "%s: cadence_number = %s  actual_cadence = %d", "all_parser",
               number == nullptr ? "" : number, c);
 

@@ -8,19 +8,18 @@
 
 namespace cfg::handlers {
 
-node_end codec_block(cfg_image_t &image, node &n)
+node_end profile_codecs(cfg_image_t &image, node &n)
 {
-    if (n.matched(parse::codecs_pattern)) {
-        int32_t profile = 0;
-        if (!profiles::profile_of_path(n.path, profile))
-            return node_end::stop;
-        cfg_trace(CFG_TRACE_INFO, "%d: Valid number of profile [%d]", __LINE__, profile);
-        return parse::keyed_node(n, keys::codecs, &image.profiles[profile].codecs, image.profiles_updated[profile]);
-    }
+    int32_t profile = 0;
+    if (!profiles::profile_of_path(n, profile))
+        return node_end::stop;
+    cfg_trace(CFG_TRACE_INFO, "%d: Valid number of profile [%d]", __LINE__, profile);
+    return parse::keyed_node(n, keys::codecs, &image.profiles[profile].codecs, image.profiles_updated[profile]);
+}
 
-    const int32_t number = profiles::captured_number(
-        n.matches[parse::dialplan_profile_pattern], n.substrings[parse::dialplan_profile_pattern], 1,
-        CFG_DIALPLAN_PROFILES);
+node_end dialplan_profile(cfg_image_t &image, node &n)
+{
+    const int32_t number = profiles::captured_number(n, 0, CFG_DIALPLAN_PROFILES);
     if (number < 0 || number >= CFG_DIALPLAN_PROFILES) {
         cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect number of dialplan profile [%d]", __LINE__, number);
         return node_end::stop;

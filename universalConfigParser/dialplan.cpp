@@ -33,7 +33,7 @@ void store_rule(profile_dialplan_cfg_t &plan, const parse::param &p, uint32_t ma
 node_end dialplan(cfg_image_t &image, node &n)
 {
     int32_t profile = 0;
-    if (!profiles::profile_of_path(n.path, profile))
+    if (!profiles::profile_of_path(n, profile))
         return node_end::stop;
     profile_dialplan_cfg_t &plan = image.dialplans[profile];
     while (parse::param p = parse::next_param(n)) {

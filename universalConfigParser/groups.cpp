@@ -6,7 +6,6 @@
 
 #include <cstring>
 #include <iterator>
-#include <string_view>
 
 namespace cfg::handlers {
 namespace {
@@ -22,16 +21,12 @@ void store_ports(const cfg_image_t &image, group_cfg_t &g, const char *value) no
     cfgpars_group_ports_string_to_t(&g, value, &image);
 }
 
-} // namespace
-
-node_end groups(cfg_image_t &image, node &n)
+node_end fill(cfg_image_t &image, groups_cfg_t &list, node &n) noexcept
 {
-    const std::string_view path(n.path);
-    groups_cfg_t &list = numbers::begins_with(path, "config.VOIP.groups.fxo_group") ? image.fxo_groups
-                                                                          : image.groups;
     // The group number follows the last "_" (the rest of the path).
-    const char *number = numbers::after_underscore(n.path, numbers::underscore::last);
-    const int32_t g = numbers::entry_number(number);
+    const routes::path_number found = n.number();
+    const char *number = found.text;
+    const auto g = static_cast<int32_t>(found.value);
     cfg_trace(CFG_TRACE_DEBUG, "%s: group_number = %s  actual_group = %d", "all_parser",
               number == nullptr ? "" : number, g);
 
@@ -73,6 +68,18 @@ node_end groups(cfg_image_t &image, node &n)
             keys::store(*k, &group, value);
     }
     return parse::finish_node(n, list.updated);
+}
+
+} // namespace
+
+node_end groups(cfg_image_t &image, node &n)
+{
+    return fill(image, image.groups, n);
+}
+
+node_end fxo_groups(cfg_image_t &image, node &n)
+{
+    return fill(image, image.fxo_groups, n);
 }
 
 } // namespace cfg::handlers

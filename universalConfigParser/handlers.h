@@ -1,6 +1,6 @@
-// Section handlers, one per entry of the classification chain of all_parser.
+// Section handlers, named by the rows of the route table (cfgmngr/routes.cpp).
 // Each lives in the file named after its section and reads exactly the
-// params of its node.
+// params of its node; n.route is the row that chose it.
 #pragma once
 
 #include "universalConfigParser/node_params.h"
@@ -12,8 +12,10 @@ namespace cfg::handlers {
 using parse::node;
 using parse::node_end;
 
+node_end port_defaults(cfg_image_t &image, node &n);      // ports.cpp
 node_end ports(cfg_image_t &image, node &n);              // ports.cpp
-node_end codec_block(cfg_image_t &image, node &n);        // codecs.cpp: profile codecs, dial-plan profiles
+node_end profile_codecs(cfg_image_t &image, node &n);     // codecs.cpp
+node_end dialplan_profile(cfg_image_t &image, node &n);   // codecs.cpp
 node_end h323(cfg_image_t &image, node &n);               // h323.cpp
 node_end range(cfg_image_t &image, node &n);              // range.cpp
 node_end sip_cadence(cfg_image_t &image, node &n);        // sip_cadences.cpp
@@ -24,6 +26,7 @@ node_end tones(cfg_image_t &image, node &n);              // tones.cpp
 node_end trace_settings(cfg_image_t &image, node &n);     // trace_settings.cpp
 node_end dialplan(cfg_image_t &image, node &n);           // dialplan.cpp
 node_end groups(cfg_image_t &image, node &n);             // groups.cpp
+node_end fxo_groups(cfg_image_t &image, node &n);         // groups.cpp
 node_end cadences(cfg_image_t &image, node &n);           // cadences.cpp
 node_end network(cfg_image_t &image, node &n);            // network.cpp
 node_end snmp_users(cfg_image_t &image, node &n);         // snmp.cpp

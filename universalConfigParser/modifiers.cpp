@@ -81,8 +81,7 @@ node_end modifiers(cfg_image_t &image, node &n)
     // The modifier number: the digits after the last "_" of the path. A path
     // without one is reported with the number -1. Either way the rest of the
     // message is abandoned.
-    const int32_t m =
-        numbers::entry_number(numbers::after_underscore(n.path, numbers::underscore::last));
+    const auto m = static_cast<int32_t>(n.number().value);
     if (m < 0 || m >= static_cast<int32_t>(std::size(image.modifiers))) {
         cfg_trace(CFG_TRACE_ERROR, "%s: invalid modifier entry number %d (valid %d..%d)", "all_parser",
                   static_cast<int>(m), 0, static_cast<int>(std::size(image.modifiers)) - 1);

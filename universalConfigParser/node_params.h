@@ -25,6 +25,7 @@
 #pragma once
 
 #include "cfgmngr/key_table.h"
+#include "cfgmngr/routes.h"
 
 #include <cfgparser.h>
 
@@ -41,19 +42,10 @@ enum class node_end {
     stop, // end the whole message now, without recalculation
 };
 
-// The six profile patterns, in the order the walk evaluates them.
-enum pattern : int {
-    sip_profile_pattern,      // ...profile_N.sip
-    sip_cadence_pattern,      // ...profile_N.sip_cadences.sip_cadence_M
-    codecs_pattern,           // ...profile_N.codecs
-    regexprd_pattern,         // ...profile_N.regexprd
-    dialplan_pattern,         // ...profile_N.dialplan
-    dialplan_profile_pattern, // ...dialplan_profiles.dialplan_profileN
-    pattern_count
-};
+using routes::pattern_count;
 
-// The node being parsed: its path, the pattern results and the read
-// position inside the message.
+// The node being parsed: its path, the pattern results, the route it took
+// and the read position inside the message.
 struct node {
     const char *path = nullptr;
     uint16_t param_count = 0;
@@ -63,8 +55,15 @@ struct node {
     char **substrings[pattern_count] = {};    // their table (index 0: whole path)
     uint16_t params_read = 0;
     bool malformed = false;                   // a length ran past the message
+    const routes::route *route = nullptr;     // the kind of node it is (nullptr: unknown)
 
-    bool matched(pattern which) const noexcept { return matches[which] > 0; }
+    // Number `part` of the path, as the route reads it.
+    routes::path_number number(unsigned part = 0) const noexcept
+    {
+        const int which = route->matched;
+        return routes::number_of(*route, path, which < 0 ? 0 : matches[which],
+                                 which < 0 ? nullptr : substrings[which], part);
+    }
 };
 
 // One param read from the message; owns its name and value and frees them

@@ -10,7 +10,7 @@ namespace cfg::handlers {
 node_end regexprd(cfg_image_t &image, node &n)
 {
     int32_t profile = 0;
-    if (!profiles::profile_of_path(n.path, profile))
+    if (!profiles::profile_of_path(n, profile))
         return node_end::stop;
     return parse::keyed_node(n, keys::regexprd, &image.dialplans[profile], image.dialplans_updated[profile]);
 }

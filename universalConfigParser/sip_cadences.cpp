@@ -8,11 +8,9 @@ namespace cfg::handlers {
 
 node_end sip_cadence(cfg_image_t &image, node &n)
 {
-    // The pattern captures the profile (group 1) and the cadence (group 2).
-    const int32_t found = n.matches[parse::sip_cadence_pattern];
-    char *const *groups = n.substrings[parse::sip_cadence_pattern];
-    const int32_t profile = profiles::captured_number(found, groups, 1, -1);
-    const int32_t cadence = profiles::captured_number(found, groups, 2, -1);
+    // The pattern captures the profile and the cadence.
+    const int32_t profile = profiles::captured_number(n, 0, -1);
+    const int32_t cadence = profiles::captured_number(n, 1, -1);
     if (profile < 0 || profile >= CFG_PROFILES) {
         cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect number of profile [%d]", __LINE__, profile);
         return node_end::stop;

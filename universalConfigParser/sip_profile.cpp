@@ -7,7 +7,7 @@ namespace cfg::handlers {
 node_end sip_profile(cfg_image_t &image, node &n)
 {
     int32_t profile = 0;
-    if (!profiles::profile_of_path(n.path, profile))
+    if (!profiles::profile_of_path(n, profile))
         return node_end::stop;
     profile_sip_cfg_t &record = image.profiles[profile].sip;
     while (parse::param p = parse::next_param(n)) {
