@@ -15,6 +15,12 @@ namespace bench {
 // Enough for the largest single writer output of a full image.
 inline constexpr std::size_t writer_buffer_size = 1u << 20;
 
+// A part of the image (offset and size in bytes).
+struct image_part {
+    std::size_t offset;
+    std::size_t size;
+};
+
 struct writer_call {
     std::function<int(uint8_t **, const cfg_image_t &)> write;
     // Part of the full configuration the generated message is made of
@@ -22,6 +28,11 @@ struct writer_call {
     // (fuzz/roundtrip.h) parses only these calls and compares all of them.
     bool in_full_config = true;
     const char *name = ""; // the writer's function
+    // The parts of the image the call hands to its writer: its output
+    // depends on nothing else, so an image equal to another in these parts
+    // gets the same output (the round-trip target runs only the calls
+    // whose parts a message changed).
+    std::vector<image_part> reads;
 };
 
 struct writer_family {

@@ -25,7 +25,7 @@ int shown(const char (&field)[N]) noexcept
 // numbers of 11 characters, the separators and the quotes of field 6.
 constexpr std::size_t rule_line_size =
     sizeof(dial_plan_t::field1) + sizeof(dial_plan_t::protocol) + sizeof(dial_plan_t::destination) +
-    sizeof(dial_plan_t::field6) + CFG_MASK_TEXT_SIZE + 6 * 11 + 16;
+    sizeof(dial_plan_t::field6) + CFG_MASK_TEXT_SIZE + std::size_t{6} * 11 + 16;
 
 void rule_param(msg_writer &w, uint32_t index, const dial_plan_t &e, uint32_t max_ports) noexcept
 {

@@ -12,7 +12,7 @@ namespace cfg::waits {
 namespace {
 
 constexpr int max_pauses = 500;
-constexpr long pause_ns = 10 * 1000000;
+constexpr long pause_ns = 10L * 1000000;
 
 // Tests the marker under the lock, never holding the lock while pausing.
 template <typename Marker>

@@ -52,33 +52,100 @@ namespace roundtrip {
 
 using bytes = std::vector<uint8_t>;
 
+// Images (over 600 KB each) are kept for reuse once released: a new block
+// of that size, paged in afresh, costs more than filling a used one with
+// zeros, and a check makes several.
+inline std::vector<cfg_image_t *> &spare_images()
+{
+    static auto *spare = new std::vector<cfg_image_t *>; // never destroyed: its images stay reachable
+    return *spare;
+}
+
 struct image_free {
-    void operator()(cfg_image_t *image) const noexcept { std::free(image); }
+    void operator()(cfg_image_t *image) const noexcept
+    {
+        try {
+            spare_images().push_back(image);
+        } catch (...) {
+            std::free(image);
+        }
+    }
 };
 using image_ptr = std::unique_ptr<cfg_image_t, image_free>;
 
+// A released image, or a new block (its bytes are not yet set).
+inline image_ptr unset_image()
+{
+    if (spare_images().empty()) {
+        image_ptr image(static_cast<cfg_image_t *>(std::malloc(sizeof(cfg_image_t))));
+        if (!image)
+            throw std::bad_alloc();
+        return image;
+    }
+    image_ptr image(spare_images().back());
+    spare_images().pop_back();
+    return image;
+}
+
+inline image_ptr image_copy(const cfg_image_t &base)
+{
+    image_ptr image = unset_image();
+    std::memcpy(image.get(), &base, sizeof base);
+    return image;
+}
+
 inline image_ptr fresh_image(uint32_t max_ports)
 {
-    image_ptr image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
-    if (!image)
-        throw std::bad_alloc();
+    image_ptr image = unset_image();
+    std::memset(image.get(), 0, sizeof(cfg_image_t));
     image->max_ports = max_ports;
     image->limits.ceiling = UINT32_MAX;
     return image;
 }
 
-// Every writer's output for `image`, in the order of the list.
-inline std::vector<bytes> write_all(const cfg_image_t &image)
+// The writer calls of the list, in its order.
+inline const std::vector<const bench::writer_call *> &calls()
+{
+    static const std::vector<const bench::writer_call *> all = [] {
+        std::vector<const bench::writer_call *> v;
+        for (const bench::writer_family &family : bench::writer_families())
+            for (const bench::writer_call &call : family.calls)
+                v.push_back(&call);
+        return v;
+    }();
+    return all;
+}
+
+// Output of writer call `call` for `image`.
+inline bytes write_one(const cfg_image_t &image, std::size_t call)
 {
     static bytes buffer(bench::writer_buffer_size);
-    std::vector<bytes> out;
-    for (const bench::writer_family &family : bench::writer_families())
-        for (const bench::writer_call &call : family.calls) {
-            uint8_t *cursor = buffer.data();
-            const int n = call.write(&cursor, image);
-            out.emplace_back(buffer.begin(), buffer.begin() + (n > 0 ? n : 0));
-        }
+    uint8_t *cursor = buffer.data();
+    const int n = calls()[call]->write(&cursor, image);
+    return bytes(buffer.begin(), buffer.begin() + (n > 0 ? n : 0));
+}
+
+// Every writer's output for `image`, in the order of the list; with
+// `only`, just the calls it marks (the others stay empty).
+inline std::vector<bytes> write_all(const cfg_image_t &image, const std::vector<bool> *only = nullptr)
+{
+    std::vector<bytes> out(calls().size());
+    for (std::size_t call = 0; call < out.size(); ++call)
+        if (!only || (*only)[call])
+            out[call] = write_one(image, call);
     return out;
+}
+
+// Whether `x` and `y` differ in any part of the image that writer call
+// `call` reads.
+inline bool parts_differ(const cfg_image_t &x, const cfg_image_t &y, std::size_t call)
+{
+    const auto *px = reinterpret_cast<const unsigned char *>(&x);
+    const auto *py = reinterpret_cast<const unsigned char *>(&y);
+    for (const bench::image_part &part : calls()[call]->reads)
+        if (std::memcmp(px + part.offset, py + part.offset, part.size) != 0)
+            return true;
+    return false;
 }
 
 // Parses the outputs that make up the configuration (not the summaries
@@ -153,16 +220,14 @@ inline const zero_outputs &zero_outputs_for(uint32_t max_ports)
 inline std::optional<std::string> sent_after_storing(const cfg_image_t &base, std::size_t call, const param_key &key,
                                                      const std::optional<std::string> &value)
 {
-    const image_ptr copy = fresh_image(base.max_ports);
-    std::memcpy(copy.get(), &base, sizeof base);
+    const image_ptr copy = image_copy(base);
     cfgmsg::message m;
     m.nodes.push_back(cfgmsg::node{std::get<0>(key), {cfgmsg::param{std::get<1>(key), value}}});
     const bytes message = cfgmsg::encode(m);
     all_parser(copy.get(), message.data());
-    const std::vector<bytes> out = write_all(*copy);
     param_values values;
     std::vector<param_key> order;
-    decode_params(out[call], values, order);
+    decode_params(write_one(*copy, call), values, order);
     const auto it = values.find(key);
     return it == values.end() ? std::optional<std::string>("(not sent)") : it->second;
 }
@@ -312,24 +377,45 @@ inline std::vector<std::pair<std::string, uint32_t>> list_counts(const cfg_image
 // Checks the property for one whole message (its body length field must
 // match its size). Returns an empty string when it holds, otherwise the
 // first fault found.
-inline std::string check(const uint8_t *message)
+//
+// `focused` runs only the writer calls whose parts of the image (see
+// writer_call::reads) the message changed in image A, or the parse of
+// their outputs changed in image B, and parses only those outputs into B:
+// every other call reads parts that hold the zero-filled image's bytes in
+// both images and so writes the same bytes for both. What it leaves out is
+// the parse, in B, of the outputs of the untouched sections, which is the
+// same for every message and is checked by every whole check. The fuzz
+// target focuses on all but its largest inputs; a message that touches
+// every section costs as much either way.
+inline std::string check(const uint8_t *message, bool focused = false)
 {
     const uint32_t max_ports = fuzz::max_ports_of(message);
     const image_ptr a = fresh_image(max_ports);
     all_parser(a.get(), message);
     forget_rules_without_protocol(*a);                    // exception 5
     recalculate_start_and_current_after_timeout(a.get()); // exception 1
-    const std::vector<bytes> out_a = write_all(*a);
+    std::vector<bool> runs(calls().size(), true);
+    const image_ptr zero = focused ? fresh_image(max_ports) : nullptr;
+    if (focused)
+        for (std::size_t call = 0; call < runs.size(); ++call)
+            runs[call] = parts_differ(*a, *zero, call);
+    std::vector<bytes> out_a = write_all(*a, &runs);
 
     const image_ptr b = fresh_image(max_ports);
     parse_all(*b, out_a);
-    const std::vector<bytes> out_b = write_all(*b);
+    if (focused)
+        for (std::size_t call = 0; call < runs.size(); ++call)
+            if (!runs[call] && parts_differ(*b, *zero, call)) {
+                runs[call] = true;
+                out_a[call] = write_one(*a, call);
+            }
+    const std::vector<bytes> out_b = write_all(*b, &runs);
 
-    const zero_outputs &z = zero_outputs_for(max_ports);
+    const zero_outputs *z = focused ? nullptr : &zero_outputs_for(max_ports);
     for (std::size_t call = 0; call < out_a.size(); ++call) {
         // Equal, or a writer's section that no message touched (the first
         // exception below for all its params at once).
-        if (out_a[call] == out_b[call] || (out_a[call] == z.zero[call] && out_b[call] == z.defaults[call]))
+        if (out_a[call] == out_b[call] || (z && out_a[call] == z->zero[call] && out_b[call] == z->defaults[call]))
             continue;
         const std::string where = "writer call " + std::to_string(call) + ": ";
         param_values va, vb;

@@ -1,7 +1,12 @@
 #!/usr/bin/env python3
-"""Writes the seed corpora of the fuzz targets into OUT/<target>/.
+"""Writes the seed corpora of the fuzz targets into OUT/<target>/ and the
+dictionaries of the message targets into OUT/<target>.dict.
 
-    fuzz/seeds.py OUT
+    fuzz/seeds.py OUT [SCHEMA]
+
+SCHEMA is the output of 'cfgmsg schema --json': the node paths and keys of
+the key tables, from which the dictionaries are made (fuzz/run passes it);
+without it they hold the paths and names of examples/full-config.txt.
 
 Sources: examples/full-config.msg (whole, and every node as a message of its
 own), examples/sample.msg, the text forms examples/*.txt (whole and node by
@@ -11,6 +16,8 @@ strings) and texts taken from the unit tests. Converters with a max_ports
 byte in front get each text with a few port counts.
 """
 import hashlib
+import itertools
+import json
 import os
 import re
 import struct
@@ -120,8 +127,42 @@ def text_blocks(text):
     return parts[0], parts[1:]
 
 
+RANGE = re.compile(r"\{(\d+)\.\.(\d+)\}")
+
+
+def expand(pattern, every):
+    """A schema name with its numbered parts ({first..last}) filled in: with
+    every number when `every`, else with the first and the last, plus the
+    name without the number."""
+    parts = RANGE.split(pattern)
+    choices = []
+    for i in range(1, len(parts), 3):
+        first, last = int(parts[i]), int(parts[i + 1])
+        choices.append([str(n) for n in range(first, last + 1)] if every else [str(first), str(last), ""])
+    out = set()
+    for pick in itertools.product(*choices):
+        text = parts[0]
+        for k, number in enumerate(pick):
+            text += number + parts[3 * k + 3]
+        out.add(text)
+    return out
+
+
+def schema_words(schema):
+    """Every node path of the key tables (each number filled in) and every
+    key (first and last number, and the stem)."""
+    words = set()
+    for node in schema:
+        words |= expand(node["path"], True)
+        for param in node["params"]:
+            words |= expand(param["name"], False)
+            if param.get("sent_as"):
+                words |= expand(param["sent_as"], False)
+    return words
+
+
 def main():
-    if len(sys.argv) != 2:
+    if len(sys.argv) not in (2, 3):
         sys.exit(__doc__)
     out = sys.argv[1]
     folders = {}
@@ -164,13 +205,15 @@ def main():
         write_seed(folders["all_parser"], found)
         write_seed(folders["roundtrip"], found)
 
-    # Dictionary of fuzz_all_parser and fuzz_roundtrip: every path and param
-    # name of the example configuration, alone and with its 16-bit length in
-    # front.
-    words = sorted({n for n, _ in text_params(full_text)} |
-                   set(re.findall(r"^\[(.*)\]$", full_text, re.M)))
+    # Dictionary of fuzz_all_parser and fuzz_roundtrip: every node path and
+    # key, alone and with its 16-bit length in front.
+    words = set(re.findall(r"^\[(.*)\]$", full_text, re.M))
+    words |= {n for n, _ in text_params(full_text)}
+    if len(sys.argv) > 2:
+        with open(sys.argv[2], encoding="utf-8") as f:
+            words |= schema_words(json.load(f))
     entries = []
-    for word in words:
+    for word in sorted(words):
         raw = word.encode("latin-1")
         for entry in (raw, struct.pack("<H", len(raw)) + raw):
             entries.append('"' + "".join(chr(b) if 0x20 <= b < 0x7F and b not in b'"\\' else "\\x%02X" % b
