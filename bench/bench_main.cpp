@@ -31,8 +31,7 @@ struct figures {
 // out meanwhile loses real time but no CPU time.
 class summary_reporter : public benchmark::ConsoleReporter {
 public:
-    explicit summary_reporter(bool colour)
-        : benchmark::ConsoleReporter(colour ? OO_ColorTabular : OO_Tabular)
+    explicit summary_reporter(bool colour) : benchmark::ConsoleReporter(colour ? OO_ColorTabular : OO_Tabular)
     {
     }
 
@@ -58,13 +57,12 @@ public:
     {
         benchmark::ConsoleReporter::Finalize();
         const full_config &c = the_full_config();
-        std::printf("\nSummary (%s; %zu bytes, %zu nodes, %zu params)\n", c.source.c_str(),
-                    c.message.size(), c.nodes, c.params);
+        std::printf("\nSummary (%s; %zu bytes, %zu nodes, %zu params)\n", c.source.c_str(), c.message.size(),
+                    c.nodes, c.params);
         ratio("full parse / bare walk", "BM_AllParser_FullConfig", "BM_BareWalk_FullConfig");
         ratio("full parse / reader walk (copies only)", "BM_AllParser_FullConfig",
               "BM_ReaderWalk_FullConfig");
-        ratio("reader walk (copies only) / bare walk", "BM_ReaderWalk_FullConfig",
-              "BM_BareWalk_FullConfig");
+        ratio("reader walk (copies only) / bare walk", "BM_ReaderWalk_FullConfig", "BM_BareWalk_FullConfig");
         counter_line("full parse / bare walk, alternated in one loop", "BM_ParseOverWalk_Paired",
                      "parse/walk");
         ratio("classify, compile per call / cached, all paths", "BM_Classify_CompilePerCall/0",
@@ -73,8 +71,8 @@ public:
               "BM_Classify_Cached/1");
         ratio("classify, compile per call / cached and studied, profile paths",
               "BM_Classify_CompilePerCall/1", "BM_Classify_CachedStudied/1");
-        ratio("classify, compile per call / as all_parser, all paths",
-              "BM_Classify_CompilePerCall/0", "BM_Classify_AsAllParser/0");
+        ratio("classify, compile per call / as all_parser, all paths", "BM_Classify_CompilePerCall/0",
+              "BM_Classify_AsAllParser/0");
         waits("reader lock wait during parse", "BM_LockWait_DuringParse/1/iterations:20000/manual_time");
         waits("reader lock wait, nothing parsing", "BM_LockWait_NoParse/0/iterations:20000/manual_time");
         waits("list waiter after message end", "BM_ListWait_Latency/1/iterations:200/manual_time");

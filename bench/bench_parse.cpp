@@ -249,16 +249,31 @@ void BM_Classify(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(paths.size()));
     state.counters["paths"] = static_cast<double>(paths.size());
 }
-BENCHMARK(BM_Classify<classify_compiling>)->Name("BM_Classify_CompilePerCall")
-    ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_Classify<classify_cached<false>>)->Name("BM_Classify_Cached")
-    ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_Classify<classify_cached<true>>)->Name("BM_Classify_CachedStudied")
-    ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_Classify<classify_to_route>)->Name("BM_Classify_ToRoute")
-    ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_Classify<classify_as_all_parser>)->Name("BM_Classify_AsAllParser")
-    ->Arg(all_paths)->Arg(profile_paths)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Classify<classify_compiling>)
+    ->Name("BM_Classify_CompilePerCall")
+    ->Arg(all_paths)
+    ->Arg(profile_paths)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Classify<classify_cached<false>>)
+    ->Name("BM_Classify_Cached")
+    ->Arg(all_paths)
+    ->Arg(profile_paths)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Classify<classify_cached<true>>)
+    ->Name("BM_Classify_CachedStudied")
+    ->Arg(all_paths)
+    ->Arg(profile_paths)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Classify<classify_to_route>)
+    ->Name("BM_Classify_ToRoute")
+    ->Arg(all_paths)
+    ->Arg(profile_paths)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Classify<classify_as_all_parser>)
+    ->Name("BM_Classify_AsAllParser")
+    ->Arg(all_paths)
+    ->Arg(profile_paths)
+    ->Unit(benchmark::kMicrosecond);
 
 } // namespace
 } // namespace bench

@@ -81,9 +81,17 @@ void BM_LockWait(benchmark::State &state)
     state.counters["parses"] = static_cast<double>(parses.load());
     std::free(image);
 }
-BENCHMARK(BM_LockWait)->Name("BM_LockWait_DuringParse")->Arg(1)->Iterations(20000)->UseManualTime()
+BENCHMARK(BM_LockWait)
+    ->Name("BM_LockWait_DuringParse")
+    ->Arg(1)
+    ->Iterations(20000)
+    ->UseManualTime()
     ->Unit(benchmark::kMicrosecond);
-BENCHMARK(BM_LockWait)->Name("BM_LockWait_NoParse")->Arg(0)->Iterations(20000)->UseManualTime()
+BENCHMARK(BM_LockWait)
+    ->Name("BM_LockWait_NoParse")
+    ->Arg(0)
+    ->Iterations(20000)
+    ->UseManualTime()
     ->Unit(benchmark::kMicrosecond);
 
 // The wait as it was before a recount woke the waiting threads: the marker
@@ -161,7 +169,11 @@ void BM_ListWait_Latency(benchmark::State &state)
 {
     list_wait_latency(state, update_host_conf);
 }
-BENCHMARK(BM_ListWait_Latency)->Arg(1)->Arg(4)->Iterations(200)->UseManualTime()
+BENCHMARK(BM_ListWait_Latency)
+    ->Arg(1)
+    ->Arg(4)
+    ->Iterations(200)
+    ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
 void BM_ListWait_Polling(benchmark::State &state)

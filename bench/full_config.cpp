@@ -19,7 +19,10 @@ namespace {
 
 constexpr const char *full_config_path = CFGPARSER_SOURCE_DIR "/examples/full-config.msg";
 
-uint32_t u16(const uint8_t *p) { return static_cast<uint32_t>(p[0] | (p[1] << 8)); }
+uint32_t u16(const uint8_t *p)
+{
+    return static_cast<uint32_t>(p[0] | (p[1] << 8));
+}
 uint32_t u32(const uint8_t *p)
 {
     return static_cast<uint32_t>(p[0]) | (static_cast<uint32_t>(p[1]) << 8) |
@@ -45,10 +48,10 @@ std::string seed_text()
     for (int p = 0; p < CFG_MAX_PORTS; ++p) {
         const std::string n = std::to_string(2000 + p);
         t += "[config.VOIP.ports.port_" + std::to_string(p) + "]\n";
-        t += " phone = " + n + "\n user_name = " + n + "\n auth_name = " + n +
-             "\n auth_pass = Pw" + n + "x\n pickup = 1," + std::to_string(p % 32) +
-             "\n hotnumber = 100\n cfb_number = 8495" + n + "\n altnumber = 7495" + n +
-             "\n profile_id = " + std::to_string(p % CFG_PROFILES) + "\n gainr = -30\n";
+        t += " phone = " + n + "\n user_name = " + n + "\n auth_name = " + n + "\n auth_pass = Pw" + n +
+             "x\n pickup = 1," + std::to_string(p % 32) + "\n hotnumber = 100\n cfb_number = 8495" + n +
+             "\n altnumber = 7495" + n + "\n profile_id = " + std::to_string(p % CFG_PROFILES) +
+             "\n gainr = -30\n";
     }
     for (int d = 0; d < CFG_PORT_PROFILES; ++d)
         t += "[config.VOIP.ports.port_def_" + std::to_string(d) +
@@ -56,13 +59,14 @@ std::string seed_text()
     for (int p = 0; p < CFG_PROFILES; ++p) {
         t += "[config.VOIP.profile.profile_" + std::to_string(p) + ".dialplan]\n";
         for (int r = 0; r < 20; ++r)
-            t += " dialplan_" + std::to_string(r) + " = 1 1 1 sip d \"\" 0 0 0 +" +
-                 std::to_string(r) + " 0\n";
+            t +=
+                " dialplan_" + std::to_string(r) + " = 1 1 1 sip d \"\" 0 0 0 +" + std::to_string(r) + " 0\n";
     }
     for (int g = 0; g < 8; ++g)
-        t += "[config.VOIP.groups.group_" + std::to_string(g) + "]\n enabled = 1\n type = 1\n"
-             " phone = 30" + std::to_string(g) + "\n name = group" + std::to_string(g) +
-             "\n timeout = 20\n";
+        t += "[config.VOIP.groups.group_" + std::to_string(g) +
+             "]\n enabled = 1\n type = 1\n"
+             " phone = 30" +
+             std::to_string(g) + "\n name = group" + std::to_string(g) + "\n timeout = 20\n";
     for (int m = 0; m < 4; ++m) {
         t += "[config.VOIP.modifiers.modifier_" + std::to_string(m) + "]\n";
         for (int r = 0; r < 8; ++r)

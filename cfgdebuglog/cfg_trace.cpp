@@ -15,16 +15,21 @@ namespace cfg::trace {
 const char *tag_for(int level) noexcept
 {
     switch (level) {
-    case 1: return "[CFGPARSE-ERR ]";
-    case 3: return "[CFGPARSE-INFO]";
-    case 4: return "[CFGPARSE-DEBG]";
-    case -1: return "[CFGPARSE-    ]";
-    default: return "[CFGPARSE-????]";
+    case 1:
+        return "[CFGPARSE-ERR ]";
+    case 3:
+        return "[CFGPARSE-INFO]";
+    case 4:
+        return "[CFGPARSE-DEBG]";
+    case -1:
+        return "[CFGPARSE-    ]";
+    default:
+        return "[CFGPARSE-????]";
     }
 }
 
-void build_line(char *line, int level, int hour, int minute, int second, long usec,
-                const char *format, va_list args) noexcept
+void build_line(char *line, int level, int hour, int minute, int second, long usec, const char *format,
+                va_list args) noexcept
 {
     char time_text[time_text_size];
     std::snprintf(time_text, sizeof time_text, "% 2d:%02d:%02d.%03d", hour, minute, second,

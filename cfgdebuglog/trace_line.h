@@ -17,7 +17,7 @@ const char *tag_for(int level) noexcept;
 
 // Formats the whole line (time text, tag, message, CR LF) into line[line_size].
 // hour/minute/second come from the local time, usec from the time of day.
-void build_line(char *line, int level, int hour, int minute, int second, long usec,
-                const char *format, va_list args) noexcept;
+void build_line(char *line, int level, int hour, int minute, int second, long usec, const char *format,
+                va_list args) noexcept;
 
 } // namespace cfg::trace

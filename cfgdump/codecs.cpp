@@ -18,17 +18,17 @@ namespace {
 constexpr auto codec_keys_first = keys::pick(keys::codec_keys, "g711a", "g711u");
 constexpr const keys::key &g729a = keys::row(keys::codec_keys, "g729a");
 constexpr auto codec_keys_rest = keys::pick(
-    keys::codec_keys,
-    "g729b", "g729x", "g723", "g726_32", "g711pte", "g729pte", "g723pte", "g726_32_pte", "g726_32_pt",
-    "dtmftransfer", "payload", "rfc3264_pt_common", "nse_payload", "faxdirection", "faxtransfer",
-    "slave_faxtransfer", "modemtransfer", "silencedetector", "echocanceller", "ecan_nlp_disable",
-    "comfortnoise", "jb_pt_delay", "jb_vo_delay_min", "jb_vo_delay_max", "jb_vo_adaptive",
+    keys::codec_keys, "g729b", "g729x", "g723", "g726_32", "g711pte", "g729pte", "g723pte", "g726_32_pte",
+    "g726_32_pt", "dtmftransfer", "payload", "rfc3264_pt_common", "nse_payload", "faxdirection",
+    "faxtransfer", "slave_faxtransfer", "modemtransfer", "silencedetector", "echocanceller",
+    "ecan_nlp_disable", "comfortnoise", "jb_pt_delay", "jb_vo_delay_min", "jb_vo_delay_max", "jb_vo_adaptive",
     "jb_vo_del_threshold", "jb_vo_del_mode_soft", "t38_datagram", "t38_bitrate", "dispersion_time");
 
 // What each node adds after them.
-constexpr auto profile_codec_keys = keys::pick(keys::codec_keys, "flashtransfer", "rtcp_timer", "rtcp_period", "rtcp_xr");
-constexpr auto dialplan_profile_keys = keys::pick(
-    keys::codec_keys, "agc_spk_enable", "agc_spk_level", "agc_mic_enable", "agc_mic_level", "max_calls");
+constexpr auto profile_codec_keys =
+    keys::pick(keys::codec_keys, "flashtransfer", "rtcp_timer", "rtcp_period", "rtcp_xr");
+constexpr auto dialplan_profile_keys = keys::pick(keys::codec_keys, "agc_spk_enable", "agc_spk_level",
+                                                  "agc_mic_enable", "agc_mic_level", "max_calls");
 
 // Written into the node the caller has opened.
 void codec_params(msg_writer &w, const codecs_cfg_t &c) noexcept

@@ -23,19 +23,19 @@ int shown(const char (&field)[N]) noexcept
 
 // The longest rule line: the five text fields at their full width, six
 // numbers of 11 characters, the separators and the quotes of field 6.
-constexpr std::size_t rule_line_size =
-    sizeof(dial_plan_t::field1) + sizeof(dial_plan_t::protocol) + sizeof(dial_plan_t::destination) +
-    sizeof(dial_plan_t::field6) + CFG_MASK_TEXT_SIZE + std::size_t{6} * 11 + 16;
+constexpr std::size_t rule_line_size = sizeof(dial_plan_t::field1) + sizeof(dial_plan_t::protocol) +
+                                       sizeof(dial_plan_t::destination) + sizeof(dial_plan_t::field6) +
+                                       CFG_MASK_TEXT_SIZE + std::size_t{6} * 11 + 16;
 
 void rule_param(msg_writer &w, uint32_t index, const dial_plan_t &e, uint32_t max_ports) noexcept
 {
     char mask[CFG_MASK_TEXT_SIZE];
     cfg_mask_to_string(e.port_mask, mask, e.type, max_ports);
     char line[rule_line_size];
-    std::snprintf(line, sizeof line, "%.*s %d %d %.*s %.*s \"%.*s\" %d %d %d %s %d",
-                  shown(e.field1), e.field1, e.field2, e.field3, shown(e.protocol), e.protocol,
-                  shown(e.destination), e.destination, shown(e.field6), e.field6, e.field7,
-                  static_cast<int>(e.field8), e.field9, mask, e.field11);
+    std::snprintf(line, sizeof line, "%.*s %d %d %.*s %.*s \"%.*s\" %d %d %d %s %d", shown(e.field1),
+                  e.field1, e.field2, e.field3, shown(e.protocol), e.protocol, shown(e.destination),
+                  e.destination, shown(e.field6), e.field6, e.field7, static_cast<int>(e.field8), e.field9,
+                  mask, e.field11);
     char name[24];
     std::snprintf(name, sizeof name, "%s_%u", rule_name, index);
     w.text(name, line);

@@ -10,9 +10,8 @@ namespace keys = cfg::keys;
 namespace {
 
 // The keys in the order they are sent.
-constexpr auto dvo_order = keys::pick(
-    keys::dvo_keys, "callwaiting", "ct_attended", "ct_unattended", "cf_unconditional", "cf_busy", "cf_noanswer",
-    "cf_outofservice", "dnd");
+constexpr auto dvo_order = keys::pick(keys::dvo_keys, "callwaiting", "ct_attended", "ct_unattended",
+                                      "cf_unconditional", "cf_busy", "cf_noanswer", "cf_outofservice", "dnd");
 
 } // namespace
 

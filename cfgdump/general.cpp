@@ -10,9 +10,9 @@ namespace keys = cfg::keys;
 namespace {
 
 // The keys in the order they are sent.
-constexpr auto general_order = keys::pick(
-    keys::general_keys, "unit_prefix", "use_uni", "start_timer", "device_name", "duration_timer",
-    "wait_answer_timer", "fans_force_enable", "fans_threshold_temperature", "power_mode");
+constexpr auto general_order =
+    keys::pick(keys::general_keys, "unit_prefix", "use_uni", "start_timer", "device_name", "duration_timer",
+               "wait_answer_timer", "fans_force_enable", "fans_threshold_temperature", "power_mode");
 
 } // namespace
 

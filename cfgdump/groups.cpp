@@ -24,13 +24,14 @@ constexpr const keys::key &ports_key = keys::row(rows, "ports");
 constexpr auto type_key = keys::pick(rows, "type");
 constexpr auto subscriber_keys = keys::pick(rows, "timeout"); // subscriber-port groups only
 constexpr auto state_keys = keys::pick(rows, "busy", "enabled", "sip_port");
-constexpr auto line_keys = keys::pick(rows, "dont_transmit_prefix", "transmit_number", "fxo_call_busy"); // line-port groups only
+constexpr auto line_keys =
+    keys::pick(rows, "dont_transmit_prefix", "transmit_number", "fxo_call_busy"); // line-port groups only
 constexpr auto profile_key = keys::pick(rows, "profile_id");
 
 void group_path(char (&path)[48], bool fxo, int index) noexcept
 {
-    std::snprintf(path, sizeof path, fxo ? "config.VOIP.groups.fxo_group_%d"
-                                         : "config.VOIP.groups.group_%d", index);
+    std::snprintf(path, sizeof path, fxo ? "config.VOIP.groups.fxo_group_%d" : "config.VOIP.groups.group_%d",
+                  index);
 }
 
 void group_node(msg_writer &w, const group_cfg_t &g, bool fxo, int index) noexcept

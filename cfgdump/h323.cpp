@@ -10,14 +10,14 @@ namespace keys = cfg::keys;
 namespace {
 
 // The keys each writer sends, in the order it sends them.
-constexpr auto h323_order = keys::pick(
-    keys::h323_keys, "enableh323", "ignore_gcf", "disablefaststart", "disabletunneling", "h235", "password",
-    "usegatekeeper", "gatekeeperip", "h323aliase", "isgateway", "dtmftransfer", "timetolive", "keepalivetime",
-    "bearercapability");
+constexpr auto h323_order =
+    keys::pick(keys::h323_keys, "enableh323", "ignore_gcf", "disablefaststart", "disabletunneling", "h235",
+               "password", "usegatekeeper", "gatekeeperip", "h323aliase", "isgateway", "dtmftransfer",
+               "timetolive", "keepalivetime", "bearercapability");
 
-constexpr auto range_order = keys::pick(
-    keys::range_keys, "tcpportmin", "tcpportmax", "udpportmin", "udpportmax", "rtph323min", "rtph323max",
-    "rtpsipmin", "rtpsipmax", "intrcpmax", "intrcpmin", "sip_dscp", "verify_remote_media");
+constexpr auto range_order = keys::pick(keys::range_keys, "tcpportmin", "tcpportmax", "udpportmin",
+                                        "udpportmax", "rtph323min", "rtph323max", "rtpsipmin", "rtpsipmax",
+                                        "intrcpmax", "intrcpmin", "sip_dscp", "verify_remote_media");
 
 } // namespace
 

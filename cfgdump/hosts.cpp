@@ -31,8 +31,8 @@ int sendHostsToCfgMngr(uint8_t **cursor, const hosts_cfg_t *hosts) CFG_NOEXCEPT
         const std::string_view address = field_text(hosts->address[i]);
         const std::string_view name = field_text(hosts->name[i]);
         char value[sizeof hosts->address[i] + sizeof hosts->name[i] + 2];
-        std::snprintf(value, sizeof value, "%.*s %.*s", static_cast<int>(address.size()),
-                      address.data(), static_cast<int>(name.size()), name.data());
+        std::snprintf(value, sizeof value, "%.*s %.*s", static_cast<int>(address.size()), address.data(),
+                      static_cast<int>(name.size()), name.data());
         w.text(numbered_name(host_key, k).text, value);
         ++k;
     }

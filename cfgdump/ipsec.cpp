@@ -9,11 +9,11 @@ using cfg::dump::msg_writer;
 
 namespace {
 
-constexpr auto ipsec_sent = cfg::keys::pick(cfg::keys::ipsec_keys,
-    "Enable", "LocalIP", "LocalSubnet", "LocalNetmask", "RemoteSubnet", "RemoteNetmask", "RemoteGateway",
-    "NAT", "NATPort", "NATKeepAlive", "AgressiveMode", "IdentifierType", "Identifier", "PreshareKey",
-    "IKEAuthAlgorithm", "IKEEncryptAlgorithm", "IKEDhGroup", "IKELifeTime", "AuthAlgorithm",
-    "EncryptAlgorithm", "PfsGroup", "Lifetime");
+constexpr auto ipsec_sent =
+    cfg::keys::pick(cfg::keys::ipsec_keys, "Enable", "LocalIP", "LocalSubnet", "LocalNetmask", "RemoteSubnet",
+                    "RemoteNetmask", "RemoteGateway", "NAT", "NATPort", "NATKeepAlive", "AgressiveMode",
+                    "IdentifierType", "Identifier", "PreshareKey", "IKEAuthAlgorithm", "IKEEncryptAlgorithm",
+                    "IKEDhGroup", "IKELifeTime", "AuthAlgorithm", "EncryptAlgorithm", "PfsGroup", "Lifetime");
 
 } // namespace
 

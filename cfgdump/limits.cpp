@@ -42,8 +42,8 @@ int save_limits(uint8_t **cursor, const limit_cfg_t *limits) CFG_NOEXCEPT
             continue;
         char text[sizeof r.target[i] + 16];
         if (r.not_proxy[i] != 0)
-            std::snprintf(text, sizeof text, "%.*s %d", static_cast<int>(target_length),
-                          r.target[i], static_cast<int>(r.value[i]));
+            std::snprintf(text, sizeof text, "%.*s %d", static_cast<int>(target_length), r.target[i],
+                          static_cast<int>(r.value[i]));
         else
             std::snprintf(text, sizeof text, "%s %d", "[proxy]", static_cast<int>(r.value[i]));
         std::snprintf(name, sizeof name, "%s_%d", limit_name, static_cast<int>(j++));

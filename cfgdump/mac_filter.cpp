@@ -7,8 +7,8 @@
 
 using cfg::dump::msg_writer;
 using cfg::dump::numbered_name;
-using cfg::lists::filled;
 using cfg::keys::mac_filter_keys;
+using cfg::lists::filled;
 
 namespace {
 constexpr const char *client_key = cfg::keys::row(mac_filter_keys, "client").wire_name().data();

@@ -15,27 +15,27 @@ using keys::pick;
 
 constexpr const char *network_path = "config.Network.network";
 
-#define VLAN_IFACE(n)                                                                              \
-    "VLAN" #n, "VID" #n, "DHCPD" #n, "DHCP_GW" #n, "V" #n "IPADDR", "V" #n "NETMASK",             \
-        "V" #n "BROADCAST", "COS" #n, "V" #n "MTU"
-constexpr auto network_sent = pick(network_keys,
-    "IPADDR", "NETMASK", "GATEWAY", "BROADCAST", "MTU", "DNSIP", "RESERVED_DNSIP",
-    "TELNET_EN", "TELNET_PORT", "SSH_EN", "SSH_PORT", "STP_EN", "DHCPD", "DHCP_GW",
-    "PPPOE_ENABLE", "PPPOE_USER", "PPPOE_PASSWORD", "PPPOE_VLAN", "PPPOE_VID", "PPPOE_MTU",
-    "WEB_PORT", "HTTPS_PORT", "WEB_EN", "USE_VENDOR_INFO", "VENDOR_INFO", "opt82_cid", "opt82_rid",
-    VLAN_IFACE(1), VLAN_IFACE(2), VLAN_IFACE(3),
-    "RTP_VLAN", "SIG_VLAN", "CTL_VLAN",
-    "PPTP_ENABLE", "PPTP_SERVER", "PPTP_USER", "PPTP_PASSWORD", "PPTP_VLAN", "PPTP_VID",
-    "PPTP_ACCESSTYPE", "PPTP_IP", "PPTP_NETMASK", "PPTP_GW", "PPTP_DNS", "PPTP_IF_MTU");
+#define VLAN_IFACE(n)                                                                                     \
+    "VLAN" #n, "VID" #n, "DHCPD" #n, "DHCP_GW" #n, "V" #n "IPADDR", "V" #n "NETMASK", "V" #n "BROADCAST", \
+        "COS" #n, "V" #n "MTU"
+constexpr auto network_sent =
+    pick(network_keys, "IPADDR", "NETMASK", "GATEWAY", "BROADCAST", "MTU", "DNSIP", "RESERVED_DNSIP",
+         "TELNET_EN", "TELNET_PORT", "SSH_EN", "SSH_PORT", "STP_EN", "DHCPD", "DHCP_GW", "PPPOE_ENABLE",
+         "PPPOE_USER", "PPPOE_PASSWORD", "PPPOE_VLAN", "PPPOE_VID", "PPPOE_MTU", "WEB_PORT", "HTTPS_PORT",
+         "WEB_EN", "USE_VENDOR_INFO", "VENDOR_INFO", "opt82_cid", "opt82_rid", VLAN_IFACE(1), VLAN_IFACE(2),
+         VLAN_IFACE(3), "RTP_VLAN", "SIG_VLAN", "CTL_VLAN", "PPTP_ENABLE", "PPTP_SERVER", "PPTP_USER",
+         "PPTP_PASSWORD", "PPTP_VLAN", "PPTP_VID", "PPTP_ACCESSTYPE", "PPTP_IP", "PPTP_NETMASK", "PPTP_GW",
+         "PPTP_DNS", "PPTP_IF_MTU");
 #undef VLAN_IFACE
 
-constexpr auto autoupdate_sent = pick(network_keys,
-    "AUTOUPDATE", "AUTOUPDATE_SRC", "AUTOUPDATE_TFTP", "AUTOUPDATE_CFG", "AUTOUPDATE_FW",
-    "AUTOUPDATE_CFG_MODE", "AUTOUPDATE_FW_MODE", "CFG_INTERVAL", "FW_INTERVAL", "CFG_TIME", "FW_TIME",
-    "AUTOUPDATE_PROTO", "AUTOUPDATE_AUTH", "AUTOUPDATE_USER", "AUTOUPDATE_PASS");
-constexpr auto ntp_sent = pick(network_keys,
-    "NTPEN", "NTP_INTERVAL", "NTPIP", "ZONEINFO", "DST_ENABLE", "DST_START", "DST_END", "DST_OFFSET");
-constexpr auto radius_sent = pick(network_keys, "RADIUS_ENABLE", "RADIUS_SERVER", "RADIUS_SECRET", "RADIUS_RETRY");
+constexpr auto autoupdate_sent =
+    pick(network_keys, "AUTOUPDATE", "AUTOUPDATE_SRC", "AUTOUPDATE_TFTP", "AUTOUPDATE_CFG", "AUTOUPDATE_FW",
+         "AUTOUPDATE_CFG_MODE", "AUTOUPDATE_FW_MODE", "CFG_INTERVAL", "FW_INTERVAL", "CFG_TIME", "FW_TIME",
+         "AUTOUPDATE_PROTO", "AUTOUPDATE_AUTH", "AUTOUPDATE_USER", "AUTOUPDATE_PASS");
+constexpr auto ntp_sent = pick(network_keys, "NTPEN", "NTP_INTERVAL", "NTPIP", "ZONEINFO", "DST_ENABLE",
+                               "DST_START", "DST_END", "DST_OFFSET");
+constexpr auto radius_sent =
+    pick(network_keys, "RADIUS_ENABLE", "RADIUS_SERVER", "RADIUS_SECRET", "RADIUS_RETRY");
 constexpr auto language_sent = pick(network_keys, "LANGUAGE");
 constexpr auto snmp_switch_sent = pick(network_keys, "SNMP");
 constexpr auto ipsec_vlans_sent = pick(network_keys, "CTL_VLAN", "SIG_VLAN");

@@ -28,8 +28,8 @@ inline constexpr uint32_t max_node_params = 65535;
 // params than a node can carry; the padding then stops at that limit.
 inline void pad_empty(msg_writer &w, const char *prefix, uint32_t k, uint32_t count) noexcept
 {
-    const uint32_t room = max_node_params - (w.params_in_node() < max_node_params
-                                                 ? w.params_in_node() : max_node_params);
+    const uint32_t room =
+        max_node_params - (w.params_in_node() < max_node_params ? w.params_in_node() : max_node_params);
     if (count > room)
         count = room;
     for (uint32_t i = 0; i < count; ++i)

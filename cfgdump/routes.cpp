@@ -30,11 +30,11 @@ struct route_value {
                                g = field_text(r.gateway), x = field_text(r.extra);
         const auto len = [](std::string_view s) { return static_cast<int>(s.size()); };
         if (x.empty())
-            std::snprintf(text, sizeof text, "%.*s %.*s %.*s", len(d), d.data(), len(m), m.data(),
-                          len(g), g.data());
+            std::snprintf(text, sizeof text, "%.*s %.*s %.*s", len(d), d.data(), len(m), m.data(), len(g),
+                          g.data());
         else
-            std::snprintf(text, sizeof text, "%.*s %.*s %.*s .%.*s", len(d), d.data(), len(m),
-                          m.data(), len(g), g.data(), len(x), x.data());
+            std::snprintf(text, sizeof text, "%.*s %.*s %.*s .%.*s", len(d), d.data(), len(m), m.data(),
+                          len(g), g.data(), len(x), x.data());
     }
 };
 

@@ -20,9 +20,9 @@ constexpr auto head_keys = keys::pick(rows, "cw_ringback");
 constexpr const keys::key &no_replaces = keys::row(rows, "no_replaces");
 constexpr auto mode_keys = keys::pick(rows, "100rel", "ringback_sdp", "ringback", "mode");
 // Account and server block, sent only when the profile registers (mode > 0).
-constexpr auto account_keys = keys::pick(
-    rows, "register_retry_interval", "inbound_proxy", "domain_to_reg", "options", "keepalivet", "outbound",
-    "expires", "authentication", "registration", "username", "password", "domain");
+constexpr auto account_keys =
+    keys::pick(rows, "register_retry_interval", "inbound_proxy", "domain_to_reg", "options", "keepalivet",
+               "outbound", "expires", "authentication", "registration", "username", "password", "domain");
 constexpr const keys::key &proxy = keys::row(rows, "proxy");
 constexpr const keys::key &regrar = keys::row(rows, "regrar");
 constexpr auto line_keys = keys::pick(rows, "uri_escape_hash", "user_phone", "obtimeout");
@@ -30,8 +30,8 @@ constexpr const keys::key &dtmfmime = keys::row(rows, "dtmfmime");
 constexpr const keys::key &hfmime = keys::row(rows, "hfmime");
 constexpr auto sdp_keys = keys::pick(rows, "reduce_sdp_media_count", "p_rtp_stat");
 constexpr const keys::key &timer = keys::row(rows, "timer");
-constexpr auto session_keys =
-    keys::pick(rows, "min_se", "session_expires", "keep_alive_interval", "keep_alive_mode", "conference_type");
+constexpr auto session_keys = keys::pick(rows, "min_se", "session_expires", "keep_alive_interval",
+                                         "keep_alive_mode", "conference_type");
 constexpr const keys::key &conference = keys::row(rows, "conference_serv_name");
 constexpr auto service_keys = keys::pick(
     rows, "ims_notify_on", "xcap_conference_name", "xcap_hotline_name", "xcap_cw_name", "xcap_callhold_name",
@@ -52,19 +52,26 @@ int field_length(const char (&field)[N]) noexcept
 const char *dtmf_mime_word(uint32_t code) noexcept
 {
     switch (code) {
-    case 1: return "dtmf";
-    case 2: return "audio";
-    default: return "dtmfr";
+    case 1:
+        return "dtmf";
+    case 2:
+        return "audio";
+    default:
+        return "dtmfr";
     }
 }
 
 const char *hookflash_mime_word(uint32_t code) noexcept
 {
     switch (code) {
-    case 1: return "dtmf";
-    case 2: return "broadsoft";
-    case 3: return "sscc";
-    default: return "hookf";
+    case 1:
+        return "dtmf";
+    case 2:
+        return "broadsoft";
+    case 3:
+        return "sscc";
+    default:
+        return "hookf";
     }
 }
 

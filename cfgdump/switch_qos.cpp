@@ -7,11 +7,12 @@ namespace {
 
 using keys::switch_qos_keys;
 
-constexpr auto per_port_sent = keys::pick(switch_qos_keys, "prio", "qos_mode", "tag_remap_mask",
-                                          "ingress_limit_mode", "ingress_rate", "ingress_mask", "egress_rate");
-constexpr auto masks_sent = keys::pick(switch_qos_keys, "ieee_pri", "diffserv_remap003C_mask",
-                                       "diffserv_remap407C_mask", "diffserv_remap80BC_mask",
-                                       "diffserv_remapC0FC_mask");
+constexpr auto per_port_sent =
+    keys::pick(switch_qos_keys, "prio", "qos_mode", "tag_remap_mask", "ingress_limit_mode", "ingress_rate",
+               "ingress_mask", "egress_rate");
+constexpr auto masks_sent =
+    keys::pick(switch_qos_keys, "ieee_pri", "diffserv_remap003C_mask", "diffserv_remap407C_mask",
+               "diffserv_remap80BC_mask", "diffserv_remapC0FC_mask");
 
 } // namespace
 

@@ -34,7 +34,8 @@ void vlan(msg_writer &w, const switch_cfg_t &sw) noexcept
         const auto entry = static_cast<unsigned>(i);
         for (const uint16_t k : numbers_sent)
             w.field(switch_vlan_keys[k], &sw, entry);
-        w.text(numbered_name(portmask.wire_name().data(), i), static_cast<const char *>(port_flags(sw.vlan[i].portmask)));
+        w.text(numbered_name(portmask.wire_name().data(), i),
+               static_cast<const char *>(port_flags(sw.vlan[i].portmask)));
         for (const uint16_t k : texts_sent)
             w.field(switch_vlan_keys[k], &sw, entry);
     }

@@ -10,11 +10,12 @@ namespace keys = cfg::keys;
 namespace {
 
 // The keys in the order they are sent, around "trace_out".
-constexpr auto levels_and_flags = keys::pick(
-    keys::trace_keys, "sip_level", "h323_level", "vapi_level", "vapi_enabled", "app_alarm", "app_err", "app_warn",
-    "app_info", "app_dbg");
+constexpr auto levels_and_flags =
+    keys::pick(keys::trace_keys, "sip_level", "h323_level", "vapi_level", "vapi_enabled", "app_alarm",
+               "app_err", "app_warn", "app_info", "app_dbg");
 constexpr const keys::key &trace_out = keys::row(keys::trace_keys, "trace_out");
-constexpr auto syslog_keys = keys::pick(keys::trace_keys, "syslog_addr", "syslog_port", "run_syslog", "syslog_to_file");
+constexpr auto syslog_keys =
+    keys::pick(keys::trace_keys, "syslog_addr", "syslog_port", "run_syslog", "syslog_to_file");
 
 } // namespace
 

@@ -118,11 +118,11 @@ inline const key *find_inline(const table &t, std::string_view name) noexcept
 template <std::size_t N>
 struct index_data {
     static constexpr std::size_t slots = hash_slots_for(N);
-    std::array<uint16_t, N> sorted{};      // row numbers, names in ascending order
-    std::array<int16_t, N> parent{};       // sorted position of the longest key that is a
-                                           // proper prefix of this one (-1: none)
-    std::array<name_entry, N> entries{};   // per sorted position
-    std::array<uint16_t, slots> hashed{};  // sorted position + 1 of each key, open addressing
+    std::array<uint16_t, N> sorted{};     // row numbers, names in ascending order
+    std::array<int16_t, N> parent{};      // sorted position of the longest key that is a
+                                          // proper prefix of this one (-1: none)
+    std::array<name_entry, N> entries{};  // per sorted position
+    std::array<uint16_t, slots> hashed{}; // sorted position + 1 of each key, open addressing
     uint32_t seed = 0;
 };
 
@@ -193,8 +193,13 @@ constexpr index_data<N> make_index(const key (&rows)[N]) noexcept
 template <std::size_t N>
 constexpr table make_table(const key (&rows)[N], const index_data<N> &index) noexcept
 {
-    return table{rows, index.sorted.data(), index.parent.data(), index.entries.data(),
-                 index.hashed.data(), index_data<N>::slots - 1, index.seed};
+    return table{rows,
+                 index.sorted.data(),
+                 index.parent.data(),
+                 index.entries.data(),
+                 index.hashed.data(),
+                 index_data<N>::slots - 1,
+                 index.seed};
 }
 
 } // namespace cfg::keys

@@ -55,9 +55,27 @@ int64_t read_number(const key &k, const void *record, unsigned entry) noexcept
     uint64_t bits = 0;
     int64_t value = 0;
     switch (k.at.size) {
-    case 1: { uint8_t v; std::memcpy(&v, at, 1); bits = v; value = k.at.is_signed ? int64_t{static_cast<int8_t>(v)} : int64_t{v}; break; }
-    case 2: { uint16_t v; std::memcpy(&v, at, 2); bits = v; value = k.at.is_signed ? int64_t{static_cast<int16_t>(v)} : int64_t{v}; break; }
-    default: { uint32_t v; std::memcpy(&v, at, 4); bits = v; value = k.at.is_signed ? int64_t{static_cast<int32_t>(v)} : int64_t{v}; break; }
+    case 1: {
+        uint8_t v;
+        std::memcpy(&v, at, 1);
+        bits = v;
+        value = k.at.is_signed ? int64_t{static_cast<int8_t>(v)} : int64_t{v};
+        break;
+    }
+    case 2: {
+        uint16_t v;
+        std::memcpy(&v, at, 2);
+        bits = v;
+        value = k.at.is_signed ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
+        break;
+    }
+    default: {
+        uint32_t v;
+        std::memcpy(&v, at, 4);
+        bits = v;
+        value = k.at.is_signed ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
+        break;
+    }
     }
     if (k.at.width == 0)
         return value;

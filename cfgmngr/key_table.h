@@ -73,31 +73,31 @@ enum class rule : uint8_t {
     clamped,          // the number as strtoll reads it (no digits: 0), held to min..max
     flag_list,        // "0,2,5": bit k for each flag k in min..max; empty pieces name none
     // List entries in a text format of their own, stored by their handler's parser:
-    group_ports,      // the member ports of a hunt group ("1,3-5")
-    limit_line,       // a call limit, "target number" ("[proxy]" for the proxy), named key_N
-    modifier_rule,    // a number-modifier rule, three words, named keyN
-    dial_plan_line,   // a dial-plan rule line, named key_N
+    group_ports,    // the member ports of a hunt group ("1,3-5")
+    limit_line,     // a call limit, "target number" ("[proxy]" for the proxy), named key_N
+    modifier_rule,  // a number-modifier rule, three words, named keyN
+    dial_plan_line, // a dial-plan rule line, named key_N
 
     // ---- rules of the network and switch sections
-    trap_version,     // exactly "v2" is 2, anything else 1
-    snmp_user_line,   // three blank-separated words into an snmp_user_t
-    port_flags,       // switch port flags "1 0 1 ...": bit k for flag k (first 254 characters)
+    trap_version,   // exactly "v2" is 2, anything else 1
+    snmp_user_line, // three blank-separated words into an snmp_user_t
+    port_flags,     // switch port flags "1 0 1 ...": bit k for flag k (first 254 characters)
     // List entries "<key>_<n>" (n after the first '_'), each a line of its own format:
-    entry_text,       // the entry's text, as a text key
-    host_line,        // "<address> <name>": a missing word keeps its field; no value clears both
-    route_line,       // "<destination> <netmask> <gateway> [.<extra>]"; no value clears the route
-    firewall_rule,    // a rule text (firewall_rule_string_to_t); no value clears the rule
-    vtu_vid,          // "%d" (no number keeps it) and marks the VTU rule valid; no value clears both
+    entry_text,    // the entry's text, as a text key
+    host_line,     // "<address> <name>": a missing word keeps its field; no value clears both
+    route_line,    // "<destination> <netmask> <gateway> [.<extra>]"; no value clears the route
+    firewall_rule, // a rule text (firewall_rule_string_to_t); no value clears the rule
+    vtu_vid,       // "%d" (no number keeps it) and marks the VTU rule valid; no value clears both
 
 };
 
 // How a writer sends a member.
 enum class sent : uint8_t {
-    none, // no writer of the section sends it
-    uint, // "%u"
-    sint, // "%d"
-    hex,  // "0x%x"
-    text, // the text field as it stands
+    none,          // no writer of the section sends it
+    uint,          // "%u"
+    sint,          // "%d"
+    hex,           // "0x%x"
+    text,          // the text field as it stands
     pickup_groups, // the set bits as "1,5,31"
     own_format,    // sent by the writer's own code (list lines, version words)
 };
@@ -106,13 +106,13 @@ enum class sent : uint8_t {
 // it is read. "%d" forms take white space and a sign before the digits and
 // ignore what follows them.
 enum class entry_form : uint8_t {
-    after_key,                  // "prio3": "%d" right after the key
-    after_key_underscore,       // "proxy_2": "%d" after a '_' right after the key
-    after_underscore,           // "host_3": "%d" after the name's first '_'
-    digits_after_underscore,    // "limit_3": nothing but digits after the first '_'
-    digits_after_last_underscore, // "mod_rule_3": nothing but digits after the last '_'
+    after_key,                       // "prio3": "%d" right after the key
+    after_key_underscore,            // "proxy_2": "%d" after a '_' right after the key
+    after_underscore,                // "host_3": "%d" after the name's first '_'
+    digits_after_underscore,         // "limit_3": nothing but digits after the first '_'
+    digits_after_last_underscore,    // "mod_rule_3": nothing but digits after the last '_'
     leading_digits_after_underscore, // "dialplan_3": digits right after the first '_'
-    rule_then_key,              // "vtu3.vid": "vtu", "%d", '.', then the key
+    rule_then_key,                   // "vtu3.vid": "vtu", "%d", '.', then the key
 };
 
 // Where a value lands: `size` bytes at `offset` of the section's record, or
@@ -138,12 +138,12 @@ struct key {
     int64_t min = 0;
     int64_t max = 0;
     int64_t def = 0;
-    std::string_view text_default; // rule::text_or_default
-    uint16_t aux = 0;              // rule::text_and_flag: offset of the flag
-    uint16_t count = 0;            // numbered keys: entries 0..count-1
-    uint16_t stride = 0;           // numbered keys: bytes between entries
+    std::string_view text_default;            // rule::text_or_default
+    uint16_t aux = 0;                         // rule::text_and_flag: offset of the flag
+    uint16_t count = 0;                       // numbered keys: entries 0..count-1
+    uint16_t stride = 0;                      // numbered keys: bytes between entries
     entry_form entry = entry_form::after_key; // numbered keys: where the number stands
-    int16_t missing = -1;          // numbered keys: the entry of a name without a number (-1: none)
+    int16_t missing = -1; // numbered keys: the entry of a name without a number (-1: none)
 
     // The writers' name for the key.
     constexpr std::string_view wire_name() const noexcept { return sent_name.empty() ? name : sent_name; }
@@ -196,7 +196,7 @@ constexpr field field_of(std::size_t offset) noexcept
     return f;
 }
 
-#define CFG_FIELD(record, member)                                                                  \
+#define CFG_FIELD(record, member) \
     ::cfg::keys::field_of<decltype(std::declval<record &>().member)>(offsetof(record, member))
 
 // Bits `bit`..`bit + width - 1` of an integer member.
@@ -207,7 +207,10 @@ constexpr field bits(field f, unsigned bit, unsigned width = 1) noexcept
     return f;
 }
 
-constexpr sent sent_number(const field &f) noexcept { return f.is_signed ? sent::sint : sent::uint; }
+constexpr sent sent_number(const field &f) noexcept
+{
+    return f.is_signed ? sent::sint : sent::uint;
+}
 
 // Row builders, one per kind. The writers send a row as its member's type
 // reads (signed or unsigned number, text) unless the row says otherwise.

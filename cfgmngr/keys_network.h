@@ -36,11 +36,19 @@ inline constexpr key tr069_keys[] = {
 // Bits of the network record's bit sets (flags0, flags1, flags2 and each
 // VLAN interface's flags).
 namespace network_bits {
-enum : uint8_t { dhcpd, snmp, mcast, ntpen, stp_en, telnet_en, ssh_en, dhcp_gw };                      // flags0
-enum : uint8_t { pppoe_enable, autoupdate, web_en, radius_enable, use_vendor_info, pppoe_vlan,
-                 autoupdate_auth, dst_enable };                                                        // flags1
-enum : uint8_t { pptp_enable, pptp_vlan };                                                             // flags2
-enum : uint8_t { vlan_on, vlan_dhcpd, vlan_dhcp_gw };                                                  // vlan_iface_t
+enum : uint8_t { dhcpd, snmp, mcast, ntpen, stp_en, telnet_en, ssh_en, dhcp_gw }; // flags0
+enum : uint8_t {
+    pppoe_enable,
+    autoupdate,
+    web_en,
+    radius_enable,
+    use_vendor_info,
+    pppoe_vlan,
+    autoupdate_auth,
+    dst_enable
+};                                                    // flags1
+enum : uint8_t { pptp_enable, pptp_vlan };            // flags2
+enum : uint8_t { vlan_on, vlan_dhcpd, vlan_dhcp_gw }; // vlan_iface_t
 } // namespace network_bits
 
 // A text key that also raises a byte flag of the record when stored.
@@ -56,18 +64,17 @@ constexpr key text_and_flag(std::string_view name, field f, std::size_t flag_off
 // it: "IPADDR2" before "IPADDR", every "AUTOUPDATE_..." before "AUTOUPDATE",
 // "DHCPD1".."DHCPD3" before "DHCPD", "DHCP_GW1".."DHCP_GW3" before "DHCP_GW".
 // The interface keys name interface n (entry n - 1 of vlan_if).
-#define F(member) CFG_FIELD(network_cfg_t, member)
+#define F(member)            CFG_FIELD(network_cfg_t, member)
 #define FLAG(name, set, bit) flag(name, F(set), network_bits::bit)
-#define VLAN_IFACE(n)                                                                              \
-    flag("VLAN" #n, F(vlan_if[n - 1].flags), network_bits::vlan_on),                               \
-    range("VID" #n, F(vlan_if[n - 1].vid), 0, 4095, 0),                                            \
-    flag("DHCPD" #n, F(vlan_if[n - 1].flags), network_bits::vlan_dhcpd),                           \
-    text("V" #n "IPADDR", F(vlan_if[n - 1].ipaddr)),                                               \
-    text("V" #n "NETMASK", F(vlan_if[n - 1].netmask)),                                             \
-    range("COS" #n, F(vlan_if[n - 1].cos), 0, 7, 0),                                               \
-    text("V" #n "BROADCAST", F(vlan_if[n - 1].broadcast)),                                         \
-    range("V" #n "MTU", F(vlan_if[n - 1].mtu), 86, 1496, 1496),                                    \
-    flag("DHCP_GW" #n, F(vlan_if[n - 1].flags), network_bits::vlan_dhcp_gw)
+#define VLAN_IFACE(n)                                                                                       \
+    flag("VLAN" #n, F(vlan_if[n - 1].flags), network_bits::vlan_on),                                        \
+        range("VID" #n, F(vlan_if[n - 1].vid), 0, 4095, 0),                                                 \
+        flag("DHCPD" #n, F(vlan_if[n - 1].flags), network_bits::vlan_dhcpd),                                \
+        text("V" #n "IPADDR", F(vlan_if[n - 1].ipaddr)), text("V" #n "NETMASK", F(vlan_if[n - 1].netmask)), \
+        range("COS" #n, F(vlan_if[n - 1].cos), 0, 7, 0),                                                    \
+        text("V" #n "BROADCAST", F(vlan_if[n - 1].broadcast)),                                              \
+        range("V" #n "MTU", F(vlan_if[n - 1].mtu), 86, 1496, 1496),                                         \
+        flag("DHCP_GW" #n, F(vlan_if[n - 1].flags), network_bits::vlan_dhcp_gw)
 inline constexpr key network_keys[] = {
     text("PPPOE_PASSWORD", F(pppoe_password)),
     text("PPPOE_USER", F(pppoe_user)),

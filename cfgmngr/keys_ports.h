@@ -15,18 +15,44 @@ namespace cfg::keys {
 // from the lowest bit up, in the order the header declares them.
 namespace port_bits {
 enum : uint8_t {
-    custom, playmoh, aon_hide_date, aon_hide_name, mwi_dialtone, dnd, stop_dial, usealtnumber,
-    disabled, ct_busy, ct_unconditional, ct_outofservice, ct_noanswer, callwaiting, hotline,
-    dvo_callwaiting_en, dvo_ct_attended_en, dvo_ct_unattended_en, dvo_cf_unconditional_en,
-    dvo_cf_busy_en, dvo_cf_noanswer_en, dvo_cf_outofservice_en, dvo_dnd_en,
-    fxo_detect_line_presence, fxo_block_line_presence, usepstncid, dont_detect_DT, enable_cpc,
-    dont_transmit_prefix, transmit_number, fxo_call_busy, usealtnumber_as_private,
+    custom,
+    playmoh,
+    aon_hide_date,
+    aon_hide_name,
+    mwi_dialtone,
+    dnd,
+    stop_dial,
+    usealtnumber,
+    disabled,
+    ct_busy,
+    ct_unconditional,
+    ct_outofservice,
+    ct_noanswer,
+    callwaiting,
+    hotline,
+    dvo_callwaiting_en,
+    dvo_ct_attended_en,
+    dvo_ct_unattended_en,
+    dvo_cf_unconditional_en,
+    dvo_cf_busy_en,
+    dvo_cf_noanswer_en,
+    dvo_cf_outofservice_en,
+    dvo_dnd_en,
+    fxo_detect_line_presence,
+    fxo_block_line_presence,
+    usepstncid,
+    dont_detect_DT,
+    enable_cpc,
+    dont_transmit_prefix,
+    transmit_number,
+    fxo_call_busy,
+    usealtnumber_as_private,
 };
 // port_line_flags_t
 enum : uint8_t { agc_spk_enable = 0, agc_mic_enable = 1, clir = 2, no_offhook_at_ringing = 4 };
 } // namespace port_bits
 
-#define F(member) CFG_FIELD(port_cfg_t, member)
+#define F(member)  CFG_FIELD(port_cfg_t, member)
 #define FLAG(name) flag(#name, F(flags), port_bits::name)
 inline constexpr key port_keys[] = {
     text("phone", F(phone)),

@@ -57,7 +57,8 @@ inline constexpr key switch_vlan_keys[] = {
 // the rows are the field words, matched over their own length. Numbers go
 // out unsigned (-1 as 4294967295). Only "vid" says whether the rule is in use.
 #define F(member) CFG_FIELD(vtu_rule_t, member)
-#define RULE(key) key.numbered(CFG_VTU_RULES, sizeof(vtu_rule_t), entry_form::rule_then_key).sent_as(sent::uint)
+#define RULE(key) \
+    key.numbered(CFG_VTU_RULES, sizeof(vtu_rule_t), entry_form::rule_then_key).sent_as(sent::uint)
 inline constexpr key switch_vtu_keys[] = {
     RULE(special("vid", F(vid), rule::vtu_vid)),
     RULE(number("override", F(override))),

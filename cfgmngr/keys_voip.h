@@ -232,7 +232,7 @@ namespace trace_bits {
 enum : uint8_t { app_alarm, app_err, app_warn, app_info, app_dbg, vapi_enabled, run_syslog, syslog_to_file };
 } // namespace trace_bits
 
-#define F(member) CFG_FIELD(trace_cfg_t, member)
+#define F(member)  CFG_FIELD(trace_cfg_t, member)
 #define FLAG(name) flag(#name, F(flags), trace_bits::name)
 inline constexpr key trace_keys[] = {
     range("sip_level", F(sip_level), -1, 9, 0), // -1 (trace off) goes out signed

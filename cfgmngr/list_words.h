@@ -11,7 +11,10 @@
 
 namespace cfg::lists {
 
-inline bool is_space(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+inline bool is_space(char c) noexcept
+{
+    return std::isspace(static_cast<unsigned char>(c)) != 0;
+}
 
 // The next white-space separated word of `rest` (as "%s" scans it), or an
 // empty view when only white space is left; `rest` moves past the word.
@@ -70,8 +73,8 @@ template <std::size_t N>
 std::string_view field_text(const char (&field)[N]) noexcept
 {
     const void *nul = std::memchr(field, '\0', N);
-    return std::string_view(field, nul == nullptr ? N : static_cast<std::size_t>(
-                                                            static_cast<const char *>(nul) - field));
+    return std::string_view(
+        field, nul == nullptr ? N : static_cast<std::size_t>(static_cast<const char *>(nul) - field));
 }
 
 template <std::size_t N>

@@ -22,8 +22,7 @@ void put_text(uint8_t **cursor, std::string_view text) noexcept
     *cursor += text.size();
 }
 
-uint32_t put_param(uint8_t **cursor, std::string_view name, std::string_view value,
-                   uint32_t running) noexcept
+uint32_t put_param(uint8_t **cursor, std::string_view name, std::string_view value, uint32_t running) noexcept
 {
     put_text(cursor, name);
     put_text(cursor, value);
@@ -39,8 +38,7 @@ uint32_t put_number(uint8_t **cursor, const char *name, const char *format, T va
 {
     char text[number_room];
     int n = std::snprintf(text, sizeof text, format, value);
-    return put_param(cursor, name, std::string_view(text, n > 0 ? static_cast<std::size_t>(n) : 0),
-                     running);
+    return put_param(cursor, name, std::string_view(text, n > 0 ? static_cast<std::size_t>(n) : 0), running);
 }
 
 } // namespace
@@ -70,20 +68,17 @@ uint32_t setUInt16ValueInMsg(uint8_t **cursor, const char *path, int param_count
     return running + 4 + static_cast<uint32_t>(p.size());
 }
 
-uint32_t setUIntValueInMsg(uint8_t **cursor, const char *name, uint32_t value,
-                           uint32_t running) CFG_NOEXCEPT
+uint32_t setUIntValueInMsg(uint8_t **cursor, const char *name, uint32_t value, uint32_t running) CFG_NOEXCEPT
 {
     return put_number(cursor, name, "%u", static_cast<unsigned>(value), running);
 }
 
-uint32_t setIntValueInMsg(uint8_t **cursor, const char *name, int32_t value,
-                          uint32_t running) CFG_NOEXCEPT
+uint32_t setIntValueInMsg(uint8_t **cursor, const char *name, int32_t value, uint32_t running) CFG_NOEXCEPT
 {
     return put_number(cursor, name, "%d", static_cast<int>(value), running);
 }
 
-uint32_t setXValueInMsg(uint8_t **cursor, const char *name, uint32_t value,
-                        uint32_t running) CFG_NOEXCEPT
+uint32_t setXValueInMsg(uint8_t **cursor, const char *name, uint32_t value, uint32_t running) CFG_NOEXCEPT
 {
     return put_number(cursor, name, "0x%x", static_cast<unsigned>(value), running);
 }

@@ -8,7 +8,8 @@
 
 namespace cfg::dump {
 
-bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const void *> records, int line) noexcept
+bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const void *> records,
+             int line) noexcept
 {
     bool missing = cursor == nullptr || *cursor == nullptr;
     for (const void *record : records)
@@ -18,8 +19,8 @@ bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const v
     return missing;
 }
 
-bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const void *> records, int64_t number,
-             int64_t count, int line) noexcept
+bool refused(const char *writer, uint8_t **cursor, std::initializer_list<const void *> records,
+             int64_t number, int64_t count, int line) noexcept
 {
     if (refused(writer, cursor, records, line))
         return true;
@@ -108,7 +109,8 @@ void msg_writer::field(const keys::key &k, const void *record, unsigned entry) n
     const char *name = k.wire_name().data(); // every row's names are literals
     char numbered[48];
     if (k.count != 0) { // the entry number follows the key ("prio3")
-        std::snprintf(numbered, sizeof numbered, "%.*s%u", static_cast<int>(k.wire_name().size()), name, entry);
+        std::snprintf(numbered, sizeof numbered, "%.*s%u", static_cast<int>(k.wire_name().size()), name,
+                      entry);
         name = numbered;
     }
     switch (k.out) {

@@ -30,8 +30,8 @@ bool is_space(char c) noexcept
 // than the count. On exhausted memory the text is skipped.
 void append(char ***table, int32_t &count, const char *text) noexcept
 {
-    auto *grown = static_cast<char **>(
-        std::realloc(*table, sizeof(char *) * (static_cast<std::size_t>(count) + 2)));
+    auto *grown =
+        static_cast<char **>(std::realloc(*table, sizeof(char *) * (static_cast<std::size_t>(count) + 2)));
     if (grown == nullptr)
         return;
     *table = grown;

@@ -22,12 +22,16 @@ using keys::node_kind;
 using keys::node_rules;
 
 #define IMAGE(member) static_cast<uint32_t>(offsetof(cfg_image_t, member))
-#define KIND(table, rows, member, record, first, last) \
-    node_kind{{}, &keys::table, keys::rows, IMAGE(member), sizeof(record), first, last, {}}
+#define KIND(table, rows, member, record, first, last)                               \
+    node_kind                                                                        \
+    {                                                                                \
+        {}, &keys::table, keys::rows, IMAGE(member), sizeof(record), first, last, {} \
+    }
 
 // A route recognised by the beginning of its path.
 constexpr route by_beginning(std::string_view beginning, node_kind kind, std::span<const writer> writers,
-                             handler handle, numbers reads = numbers::none, refusal refuses = refusal::none) noexcept
+                             handler handle, numbers reads = numbers::none,
+                             refusal refuses = refusal::none) noexcept
 {
     route r;
     r.beginning = beginning;
@@ -79,16 +83,18 @@ using enum numbers;
 constexpr route rows[] = {
     // ---- VoIP sections
     by_beginning("config.VOIP.ports.port_def_",
-                 KIND(ports, port_keys, port_defaults, port_cfg_t, 0, CFG_PORT_PROFILES - 1), writers_port_def,
-                 h::port_defaults, last_underscore, refusal::stop_if_number),
+                 KIND(ports, port_keys, port_defaults, port_cfg_t, 0, CFG_PORT_PROFILES - 1),
+                 writers_port_def, h::port_defaults, last_underscore, refusal::stop_if_number),
     ports_below_max(by_beginning("config.VOIP.ports.port_",
-                                 KIND(ports, port_keys, ports, port_cfg_t, 0, CFG_MAX_PORTS - 1), writers_port,
-                                 h::ports, first_underscore, refusal::skip_node)),
-    by_pattern(codecs_pattern, KIND(codecs, codec_keys, profiles[0].codecs, profile_cfg_t, 0, CFG_PROFILES - 1),
+                                 KIND(ports, port_keys, ports, port_cfg_t, 0, CFG_MAX_PORTS - 1),
+                                 writers_port, h::ports, first_underscore, refusal::skip_node)),
+    by_pattern(codecs_pattern,
+               KIND(codecs, codec_keys, profiles[0].codecs, profile_cfg_t, 0, CFG_PROFILES - 1),
                writers_codecs, h::profile_codecs, first_underscore),
-    by_pattern(dialplan_profile_pattern,
-               KIND(codecs, codec_keys, dialplan_profiles, dialplan_profile_cfg_t, 0, CFG_DIALPLAN_PROFILES - 1),
-               writers_dialplan_profile, h::dialplan_profile, captured),
+    by_pattern(
+        dialplan_profile_pattern,
+        KIND(codecs, codec_keys, dialplan_profiles, dialplan_profile_cfg_t, 0, CFG_DIALPLAN_PROFILES - 1),
+        writers_dialplan_profile, h::dialplan_profile, captured),
     by_beginning("config.VOIP.h323", KIND(h323, h323_keys, h323, h323_cfg_t, 0, 0), writers_h323, h::h323),
     by_beginning("config.VOIP.range", KIND(range_ports, range_keys, h323, h323_cfg_t, 0, 0), writers_range,
                  h::range),
@@ -97,15 +103,18 @@ constexpr route rows[] = {
                           CFG_PROFILES - 1),
                      sizeof(sip_cadence_cfg_t), CFG_SIP_CADENCES - 1),
                writers_sip_cadence, h::sip_cadence, captured),
-    by_pattern(sip_profile_pattern, KIND(sip_profile, sip_profile_keys, profiles[0].sip, profile_cfg_t, 0, CFG_PROFILES - 1),
+    by_pattern(sip_profile_pattern,
+               KIND(sip_profile, sip_profile_keys, profiles[0].sip, profile_cfg_t, 0, CFG_PROFILES - 1),
                writers_sip_profile, h::sip_profile, first_underscore),
     by_beginning("config.VOIP.sip", KIND(sip, sip_keys, sip, sip_cfg_t, 0, 0), writers_sip, h::common_sip),
-    by_beginning("config.VOIP.general", KIND(general, general_keys, general, general_cfg_t, 0, 0), writers_general,
-                 h::general),
-    by_beginning("config.VOIP.tones", KIND(tones, tones_keys, tones, tones_cfg_t, 0, 0), writers_tones, h::tones),
+    by_beginning("config.VOIP.general", KIND(general, general_keys, general, general_cfg_t, 0, 0),
+                 writers_general, h::general),
+    by_beginning("config.VOIP.tones", KIND(tones, tones_keys, tones, tones_cfg_t, 0, 0), writers_tones,
+                 h::tones),
     by_beginning("config.VOIP.trace", KIND(trace, trace_keys, trace, trace_cfg_t, 0, 0), writers_trace,
                  h::trace_settings),
-    by_pattern(dialplan_pattern, KIND(dialplan, dialplan_keys, dialplans, profile_dialplan_cfg_t, 0, CFG_PROFILES - 1),
+    by_pattern(dialplan_pattern,
+               KIND(dialplan, dialplan_keys, dialplans, profile_dialplan_cfg_t, 0, CFG_PROFILES - 1),
                writers_dialplan, h::dialplan, first_underscore),
     by_beginning("config.VOIP.groups.group",
                  groups_kind(KIND(groups, group_keys, groups.entries, group_cfg_t, 0, CFG_GROUPS - 1)),
@@ -131,24 +140,27 @@ constexpr route rows[] = {
                  writers_switch_vlan, h::switch_vlan),
     by_beginning("config.Network.hosts", KIND(hosts, hosts_keys, hosts, hosts_cfg_t, 0, 0), writers_hosts,
                  h::hosts),
-    by_beginning("config.Network.mac_filter", KIND(mac_filter, mac_filter_keys, mac_filter, mac_filter_cfg_t, 0, 0),
-                 writers_mac_filter, h::mac_filter),
-    by_beginning("config.Network.routes", KIND(routes, routes_keys, routes, routes_cfg_t, 0, 0), writers_routes,
-                 h::routes),
+    by_beginning("config.Network.mac_filter",
+                 KIND(mac_filter, mac_filter_keys, mac_filter, mac_filter_cfg_t, 0, 0), writers_mac_filter,
+                 h::mac_filter),
+    by_beginning("config.Network.routes", KIND(routes, routes_keys, routes, routes_cfg_t, 0, 0),
+                 writers_routes, h::routes),
     by_beginning("config.Switch.qos", KIND(switch_qos, switch_qos_keys, switch_cfg, switch_cfg_t, 0, 0),
                  writers_switch_qos, h::switch_qos),
-    by_pattern(regexprd_pattern, KIND(regexprd, regexprd_keys, dialplans, profile_dialplan_cfg_t, 0, CFG_PROFILES - 1),
+    by_pattern(regexprd_pattern,
+               KIND(regexprd, regexprd_keys, dialplans, profile_dialplan_cfg_t, 0, CFG_PROFILES - 1),
                writers_regexprd, h::regexprd, first_underscore),
     by_beginning("config.VOIP.dvo", KIND(dvo, dvo_keys, dvo, dvo_cfg_t, 0, 0), writers_dvo, h::dvo),
-    by_beginning("config.Switch.vtu", KIND(switch_vtu, switch_vtu_keys, switch_cfg.vtu, decltype(switch_cfg_t::vtu), 0, 0),
+    by_beginning("config.Switch.vtu",
+                 KIND(switch_vtu, switch_vtu_keys, switch_cfg.vtu, decltype(switch_cfg_t::vtu), 0, 0),
                  writers_switch_vtu, h::switch_vtu),
     by_beginning("config.VOIP.limits", KIND(limits, limit_keys, limits, limit_cfg_t, 0, 0), writers_limits,
                  h::limits),
     by_beginning("config.Network.rules", KIND(firewall, firewall_keys, firewall, firewall_cfg_t, 0, 0),
                  writers_firewall, h::firewall),
     by_beginning("config.VOIP.modifiers.modifier_",
-                 KIND(modifiers, modifier_keys, modifiers, modifier_cfg_t, 0, CFG_MODIFIERS - 1), writers_modifier,
-                 h::modifiers, digits_after_last_underscore, refusal::stop_message),
+                 KIND(modifiers, modifier_keys, modifiers, modifier_cfg_t, 0, CFG_MODIFIERS - 1),
+                 writers_modifier, h::modifiers, digits_after_last_underscore, refusal::stop_message),
 };
 
 #undef KIND
@@ -246,7 +258,6 @@ constexpr std::array<route, route_count> make_table() noexcept
 
 constexpr std::array<route, route_count> table = make_table();
 
-
 constexpr std::array<node_kind, route_count> make_kinds() noexcept
 {
     std::array<node_kind, route_count> k{};
@@ -327,10 +338,10 @@ bool begins_with_rest(std::string_view path, std::string_view beginning, std::si
 // tested in order, as all of them would be: a row passed over could not
 // have taken the path.
 struct byte_masks {
-    uint64_t section[128] = {};   // by the byte after "config."
-    uint64_t first[128] = {};     // by the first byte after the section's '.'
-    uint8_t first_at[128] = {};   // where that byte is, by the section's byte (0: no section)
-    bool consistent = true;       // each section's '.' at one place
+    uint64_t section[128] = {}; // by the byte after "config."
+    uint64_t first[128] = {};   // by the first byte after the section's '.'
+    uint8_t first_at[128] = {}; // where that byte is, by the section's byte (0: no section)
+    bool consistent = true;     // each section's '.' at one place
 };
 
 // The unescaped beginning of a pattern.
@@ -359,7 +370,8 @@ constexpr byte_masks make_byte_masks() noexcept
     static_assert(route_count <= 64, "one bit per row");
     byte_masks m;
     for (std::size_t i = 0; i < route_count; ++i) {
-        const std::string_view b = rows[i].matched == no_pattern ? rows[i].beginning : beginning_of(rows[i].matched);
+        const std::string_view b =
+            rows[i].matched == no_pattern ? rows[i].beginning : beginning_of(rows[i].matched);
         const std::size_t start = common_beginning.size();
         const std::size_t dot = b.find('.', start);
         if (!b.starts_with(common_beginning) || dot == std::string_view::npos || dot + 1 >= b.size() ||
@@ -378,7 +390,8 @@ constexpr byte_masks make_byte_masks() noexcept
 }
 
 constexpr byte_masks masks = make_byte_masks();
-static_assert(masks.consistent, "every beginning is config.<section>.<more>, each section's '.' at one place");
+static_assert(masks.consistent,
+              "every beginning is config.<section>.<more>, each section's '.' at one place");
 
 } // namespace
 
@@ -466,7 +479,8 @@ void match_patterns(const char *path, int32_t *matches, char ***substrings) noex
     for (int i = 0; i < pattern_count; ++i) {
         const pcre *re = compiled.re[i];
         if (re != nullptr)
-            matches[i] = match::run(re, compiled.studied[i], path, static_cast<int>(p.size()), &substrings[i]);
+            matches[i] =
+                match::run(re, compiled.studied[i], path, static_cast<int>(p.size()), &substrings[i]);
         else // not compiled (no memory at the time): compiled for this match alone
             matches[i] = pcre_preg_match(pattern_text[i], path, static_cast<int>(p.size()), &substrings[i]);
     }

@@ -56,19 +56,19 @@ inline constexpr std::string_view pattern_beginnings[] = {
 
 // How a handler reads the numbers of a path.
 enum class numbers : uint8_t {
-    none,            // the path names one record
-    first_underscore, // "%d" after the path's first '_' (blanks and a sign
-                      // before the digits, anything after them ignored)
-    last_underscore,  // "%d" after the path's last '_'
+    none,                         // the path names one record
+    first_underscore,             // "%d" after the path's first '_' (blanks and a sign
+                                  // before the digits, anything after them ignored)
+    last_underscore,              // "%d" after the path's last '_'
     digits_after_last_underscore, // nothing but digits after the last '_'
-    captured,         // the numbers the row's pattern captures, each read as "%d"
+    captured,                     // the numbers the row's pattern captures, each read as "%d"
 };
 
 // What a handler does with a path whose number names no record.
 enum class refusal : uint8_t {
-    none,          // the path always names its record
-    skip_node,     // the node's params are read and dropped; the message goes on
-    stop_message,  // the rest of the message is abandoned
+    none,           // the path always names its record
+    skip_node,      // the node's params are read and dropped; the message goes on
+    stop_message,   // the rest of the message is abandoned
     stop_if_number, // no number: skip the node; a number out of range: stop
 };
 
@@ -88,9 +88,9 @@ struct route {
     pattern matched = no_pattern;
     numbers reads = numbers::none;
     refusal refuses = refusal::none;
-    keys::node_kind kind;            // the record, key table and bounds; its path
-                                     // ("...port_{0..71}") is made from the above
-    std::span<const writer> writers; // every writer that sends the kind
+    keys::node_kind kind;                   // the record, key table and bounds; its path
+                                            // ("...port_{0..71}") is made from the above
+    std::span<const writer> writers;        // every writer that sends the kind
     bool writers_stop_at_max_ports = false; // the writers send entries below max_ports only
     handler handle = nullptr;
 };

@@ -54,7 +54,10 @@ inline std::string check(const std::vector<uint8_t> &bytes, uint32_t max_ports)
         std::string path;
         const cfg::keys::key *row;
         int32_t entry;
-        bool operator<(const at &o) const { return std::tie(path, row, entry) < std::tie(o.path, o.row, o.entry); }
+        bool operator<(const at &o) const
+        {
+            return std::tie(path, row, entry) < std::tie(o.path, o.row, o.entry);
+        }
     };
     std::map<at, std::pair<const cfgmsg::node *, const cfgmsg::param *>> last;
     for (const cfgmsg::node &nd : msg.nodes) {
@@ -77,12 +80,11 @@ inline std::string check(const std::vector<uint8_t> &bytes, uint32_t max_ports)
         const cfgmsg::node *nd = given.first;
         const cfgmsg::param *p = given.second;
         const cfg::keys::key &k = *place.row;
-        const bool compared = k.special == cfg::keys::rule::none || k.special == cfg::keys::rule::pickup_groups ||
-                              k.special == cfg::keys::rule::text_or_default ||
-                              k.special == cfg::keys::rule::number_or_keep ||
-                              k.special == cfg::keys::rule::text_and_flag || k.special == cfg::keys::rule::packet_time ||
-                              k.special == cfg::keys::rule::g726_packet_time ||
-                              k.special == cfg::keys::rule::t38_datagram;
+        const bool compared =
+            k.special == cfg::keys::rule::none || k.special == cfg::keys::rule::pickup_groups ||
+            k.special == cfg::keys::rule::text_or_default || k.special == cfg::keys::rule::number_or_keep ||
+            k.special == cfg::keys::rule::text_and_flag || k.special == cfg::keys::rule::packet_time ||
+            k.special == cfg::keys::rule::g726_packet_time || k.special == cfg::keys::rule::t38_datagram;
         const cfg::routes::route &r = *cfgmsg::route_path(nd->path, max_ports).route;
         const auto row = static_cast<uint16_t>(&k - r.kind.keys->rows.data());
         bool by_a_writer = false;
@@ -107,10 +109,11 @@ inline std::string check(const std::vector<uint8_t> &bytes, uint32_t max_ports)
             return place.path + " " + name + ": judged stored as sent, but not sent";
         const std::string sent_value = out->value_or("");
         const bool empty = given_value.empty() || given_value == "\"\"";
-        if (sent_value == given_value || (empty && (sent_value == "0" || sent_value == "\"\"" || sent_value.empty())))
+        if (sent_value == given_value ||
+            (empty && (sent_value == "0" || sent_value == "\"\"" || sent_value.empty())))
             continue;
-        return place.path + " " + name + ": judged stored as sent \"" + given_value + "\", sent \"" + sent_value +
-               "\"";
+        return place.path + " " + name + ": judged stored as sent \"" + given_value + "\", sent \"" +
+               sent_value + "\"";
     }
     return {};
 }

@@ -28,6 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     firewall_rule_t again;
     std::memset(&again, 0xA5, sizeof again);
     fuzz::check(firewall_rule_string_to_t(out, &again) == 0, "rule reader did not return 0");
-    fuzz::check(std::memcmp(&again, &rule, sizeof rule) == 0, "text form of a rule parsed into another record");
+    fuzz::check(std::memcmp(&again, &rule, sizeof rule) == 0,
+                "text form of a rule parsed into another record");
     return 0;
 }

@@ -25,7 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     fuzz::check(parse_int64(text) == c_value, "parse_int64 differs from strtoll");
     fuzz::check(errno == c_errno, "parse_int64 leaves another errno than strtoll");
     fuzz::check(parse_int(text) == static_cast<int32_t>(c_value), "parse_int differs from strtoll");
-    fuzz::check(parse_uint_low32(text) == static_cast<uint32_t>(c_value), "parse_uint_low32 differs from strtoll");
+    fuzz::check(parse_uint_low32(text) == static_cast<uint32_t>(c_value),
+                "parse_uint_low32 differs from strtoll");
 
     const char *at = text;
     while (std::isspace(static_cast<unsigned char>(*at)))

@@ -30,7 +30,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     char out[CFG_MASK_TEXT_SIZE];
     for (const uint32_t type : {4u, 6u}) {
         std::memset(out, 'x', sizeof out);
-        fuzz::check(cfg_mask_to_string(mask, out, type, max_ports) == out, "mask writer returned another buffer");
+        fuzz::check(cfg_mask_to_string(mask, out, type, max_ports) == out,
+                    "mask writer returned another buffer");
         fuzz::check(std::memchr(out, '\0', sizeof out) != nullptr, "mask text without its NUL");
     }
 

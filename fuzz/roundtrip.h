@@ -217,7 +217,8 @@ inline const zero_outputs &zero_outputs_for(uint32_t max_ports)
 
 // How writer call `call` sends the param `key` after the parser has stored
 // `value` for it into a copy of `base` (a node holding just that param).
-inline std::optional<std::string> sent_after_storing(const cfg_image_t &base, std::size_t call, const param_key &key,
+inline std::optional<std::string> sent_after_storing(const cfg_image_t &base, std::size_t call,
+                                                     const param_key &key,
                                                      const std::optional<std::string> &value)
 {
     const image_ptr copy = image_copy(base);
@@ -237,7 +238,8 @@ inline std::optional<std::string> sent_after_storing(const cfg_image_t &base, st
 // filled entries from 0, so the entry's own number says nothing of where it
 // came from).
 inline std::optional<std::string> sent_alone(uint32_t max_ports, std::size_t call, const std::string &path,
-                                             const std::string &name_0, const std::optional<std::string> &value)
+                                             const std::string &name_0,
+                                             const std::optional<std::string> &value)
 {
     const image_ptr fresh = fresh_image(max_ports);
     return sent_after_storing(*fresh, call, param_key{path, name_0, 0}, value);
@@ -279,7 +281,8 @@ inline bool vtu_rule_unused(const cfg_image_t &image, const std::string &name)
         return false;
     char *end = nullptr;
     const unsigned long rule = std::strtoul(name.c_str() + 3, &end, 10);
-    return end != name.c_str() + 3 && *end == '.' && rule < CFG_VTU_RULES && image.switch_cfg.vtu[rule].valid == 0;
+    return end != name.c_str() + 3 && *end == '.' && rule < CFG_VTU_RULES &&
+           image.switch_cfg.vtu[rule].valid == 0;
 }
 
 // Takes the dial-plan rules whose protocol names no rule kind out of the
@@ -352,7 +355,8 @@ inline const char *excused(const cfg_image_t &image_a, std::size_t call, const p
     if (a && std::get<0>(key).ends_with(".dialplan") && std::get<1>(key).starts_with("dialplan_") &&
         (quote_inside_field6(*a) || empty_field5(*a)) &&
         sent_alone(image_a.max_ports, call, std::get<0>(key), "dialplan_0", a) == b)
-        return "double quote inside field 6 or empty field 5 of a dial-plan rule, which the rule text cannot carry";
+        return "double quote inside field 6 or empty field 5 of a dial-plan rule, which the rule text cannot "
+               "carry";
     if (std::get<0>(key) == "config.Switch.vtu" && vtu_rule_unused(image_a, std::get<1>(key)) &&
         sent_after_storing(image_a, call, key, std::nullopt) == b)
         return "field of a VTU rule not in use, which the whole-switch writer blanks";
@@ -363,9 +367,9 @@ inline const char *excused(const cfg_image_t &image_a, std::size_t call, const p
 inline std::vector<std::pair<std::string, uint32_t>> list_counts(const cfg_image_t &im)
 {
     std::vector<std::pair<std::string, uint32_t>> out{
-        {"groups", im.groups.current},         {"fxo_groups", im.fxo_groups.current},
-        {"hosts", im.hosts.current},           {"mac_filter", im.mac_filter.current},
-        {"routes", im.routes.current},         {"firewall", im.firewall.current},
+        {"groups", im.groups.current}, {"fxo_groups", im.fxo_groups.current},
+        {"hosts", im.hosts.current},   {"mac_filter", im.mac_filter.current},
+        {"routes", im.routes.current}, {"firewall", im.firewall.current},
         {"limits", im.limits.current}};
     for (int p = 0; p < CFG_PROFILES; ++p)
         out.emplace_back("dialplans[" + std::to_string(p) + "]", im.dialplans[p].current);
@@ -415,7 +419,8 @@ inline std::string check(const uint8_t *message, bool focused = false)
     for (std::size_t call = 0; call < out_a.size(); ++call) {
         // Equal, or a writer's section that no message touched (the first
         // exception below for all its params at once).
-        if (out_a[call] == out_b[call] || (z && out_a[call] == z->zero[call] && out_b[call] == z->defaults[call]))
+        if (out_a[call] == out_b[call] ||
+            (z && out_a[call] == z->zero[call] && out_b[call] == z->defaults[call]))
             continue;
         const std::string where = "writer call " + std::to_string(call) + ": ";
         param_values va, vb;
@@ -423,7 +428,8 @@ inline std::string check(const uint8_t *message, bool focused = false)
         if (!decode_params(out_a[call], va, order_a) || !decode_params(out_b[call], vb, order_b))
             return where + "a malformed body";
         if (order_a != order_b) {
-            const auto [at_a, at_b] = std::mismatch(order_a.begin(), order_a.end(), order_b.begin(), order_b.end());
+            const auto [at_a, at_b] =
+                std::mismatch(order_a.begin(), order_a.end(), order_b.begin(), order_b.end());
             const auto shown = [](const auto &at, const std::vector<param_key> &order) {
                 return at == order.end() ? std::string("(none)") : std::get<0>(*at) + " " + std::get<1>(*at);
             };

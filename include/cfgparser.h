@@ -62,26 +62,26 @@ extern "C" {
 #define CFG_MAC_LIST_UPDATING 255u
 
 /* Array counts. */
-#define CFG_MAX_PORTS           72  /* analog ports, numbered 0..71 */
-#define CFG_PORT_PROFILES       8   /* port-default records 0..7 */
-#define CFG_PROFILES            8   /* VoIP profiles 0..7 */
-#define CFG_DIALPLAN_PROFILES   4
-#define CFG_DIALPLAN_ENTRIES    300 /* dial-plan rules per profile */
-#define CFG_GROUPS              32  /* hunt groups per kind */
-#define CFG_HOSTS               20
-#define CFG_MAC_CLIENTS         30
-#define CFG_ROUTES              100
-#define CFG_LIMITS              30
-#define CFG_FIREWALL_RULES      30
-#define CFG_MODIFIERS           16
-#define CFG_MODIFIER_RULES      32
-#define CFG_CADENCES            32
-#define CFG_SIP_SERVERS         5
-#define CFG_SIP_CADENCES        16
-#define CFG_VLAN_IFACES         3
-#define CFG_SWITCH_PORTS        6   /* switch VLANs and QoS ports 0..5 */
-#define CFG_VTU_RULES           16
-#define CFG_MON_T10_BLOCKS      64  /* monitoring kind 10, numbers 1..64 */
+#define CFG_MAX_PORTS         72 /* analog ports, numbered 0..71 */
+#define CFG_PORT_PROFILES     8  /* port-default records 0..7 */
+#define CFG_PROFILES          8  /* VoIP profiles 0..7 */
+#define CFG_DIALPLAN_PROFILES 4
+#define CFG_DIALPLAN_ENTRIES  300 /* dial-plan rules per profile */
+#define CFG_GROUPS            32  /* hunt groups per kind */
+#define CFG_HOSTS             20
+#define CFG_MAC_CLIENTS       30
+#define CFG_ROUTES            100
+#define CFG_LIMITS            30
+#define CFG_FIREWALL_RULES    30
+#define CFG_MODIFIERS         16
+#define CFG_MODIFIER_RULES    32
+#define CFG_CADENCES          32
+#define CFG_SIP_SERVERS       5
+#define CFG_SIP_CADENCES      16
+#define CFG_VLAN_IFACES       3
+#define CFG_SWITCH_PORTS      6 /* switch VLANs and QoS ports 0..5 */
+#define CFG_VTU_RULES         16
+#define CFG_MON_T10_BLOCKS    64 /* monitoring kind 10, numbers 1..64 */
 
 /* Output buffer sizes the converters expect from their callers. */
 #define CFG_MASK_TEXT_SIZE      256 /* cfg_mask_to_string() */
@@ -106,7 +106,7 @@ typedef struct h323_cfg {
     char h323aliase[20];
     int32_t usegatekeeper;
     int32_t isgateway;
-    int32_t tcpportmin;          /* range node from here ... */
+    int32_t tcpportmin; /* range node from here ... */
     int32_t tcpportmax;
     int32_t udpportmin;
     int32_t udpportmax;
@@ -115,7 +115,7 @@ typedef struct h323_cfg {
     int32_t rtpsipmin;
     int32_t rtpsipmax;
     int32_t intrcpmin;
-    int32_t intrcpmax;           /* ... to here */
+    int32_t intrcpmax; /* ... to here */
     int32_t dtmftransfer;
     int32_t bearercapability;
     int32_t verify_remote_media; /* range node */
@@ -126,18 +126,18 @@ typedef struct h323_cfg {
 /* Common SIP settings ("config.VOIP.sip"). */
 typedef struct sip_cfg {
     int32_t enablesip;
-    int32_t invite_init_t;      /* 100..1000 */
-    int32_t invite_total_t;     /* 1000..39000 */
-    int32_t invite_init_max_t;  /* 1000..32000 */
-    int32_t sip_mtu;            /* 1300..1450 */
+    int32_t invite_init_t;     /* 100..1000 */
+    int32_t invite_total_t;    /* 1000..39000 */
+    int32_t invite_init_max_t; /* 1000..32000 */
+    int32_t sip_mtu;           /* 1300..1450 */
     int32_t shortmode;
-    int32_t transport;          /* 1, 2 or 3; 0 otherwise */
-    int32_t port_reg_delay_t;   /* 0..5000 */
+    int32_t transport;        /* 1, 2 or 3; 0 otherwise */
+    int32_t port_reg_delay_t; /* 0..5000 */
     uint8_t stun_enable;
     char stun_server[128];
-    int32_t stun_interval;      /* 10..1800, or 0 */
+    int32_t stun_interval; /* 10..1800, or 0 */
     char publicip[128];
-    uint32_t updated;           /* time-stamp */
+    uint32_t updated; /* time-stamp */
 } sip_cfg_t;
 
 /* General settings ("config.VOIP.general"). */
@@ -145,13 +145,13 @@ typedef struct general_cfg {
     char unit_prefix[21];
     char device_name[257];
     int32_t use_uni;
-    int32_t start_timer;                /* 10..300 */
-    int32_t duration_timer;             /* 10..300 */
-    int32_t wait_answer_timer;          /* 40..300 */
+    int32_t start_timer;       /* 10..300 */
+    int32_t duration_timer;    /* 10..300 */
+    int32_t wait_answer_timer; /* 40..300 */
     int32_t fans_force_enable;
     int32_t fans_threshold_temperature; /* 35..55 */
     int32_t power_mode;
-    uint32_t updated;                   /* time-stamp */
+    uint32_t updated; /* time-stamp */
 } general_cfg_t;
 
 /* Call-progress tones ("config.VOIP.tones"). */
@@ -181,7 +181,7 @@ typedef struct trace_cfg {
     int32_t h323_level;  /* 0..6 */
     int32_t vapi_level;  /* 0..65 */
     char trace_out[20];
-    uint32_t updated;    /* time-stamp */
+    uint32_t updated; /* time-stamp */
 } trace_cfg_t;
 
 /* Service codes ("config.VOIP.dvo"), each at most 3 characters. */
@@ -202,7 +202,7 @@ typedef struct cadence_cfg {
     uint32_t ring;  /* 0..4000 */
     uint32_t pause; /* 0..25500 */
     char rule[51];
-    uint32_t mask;  /* flags 0..7, flag k in bit k */
+    uint32_t mask; /* flags 0..7, flag k in bit k */
 } cadence_cfg_t;
 
 /* ------------------------------------------------------------------------ */
@@ -279,37 +279,37 @@ typedef struct port_cfg {
     char cfb_number[51];
     char cfnr_number[51];
     char cfoos_number[51];
-    uint32_t ct_timeout;             /* 0..300 */
+    uint32_t ct_timeout; /* 0..300 */
     char altnumber[51];
-    uint32_t pickupgroup;            /* bit g: member of pickup group g */
-    uint32_t sip_port;               /* 0..65535 */
-    uint32_t cfb_pri_over_cw;        /* 0 or 1 */
+    uint32_t pickupgroup;     /* bit g: member of pickup group g */
+    uint32_t sip_port;        /* 0..65535 */
+    uint32_t cfb_pri_over_cw; /* 0 or 1 */
     port_flags_t flags;
-    uint32_t tdmhotline;             /* 0 or 1 */
-    uint32_t tdmhottimeout;          /* 0..300 */
-    uint32_t fxoflashtime;           /* 70..1000, or 0 */
-    uint32_t fxo_dtmfpause;          /* 80..2500 */
-    uint32_t fxoringtdm;             /* 0..10 */
+    uint32_t tdmhotline;    /* 0 or 1 */
+    uint32_t tdmhottimeout; /* 0..300 */
+    uint32_t fxoflashtime;  /* 70..1000, or 0 */
+    uint32_t fxo_dtmfpause; /* 80..2500 */
+    uint32_t fxoringtdm;    /* 0..10 */
     char pstn_numberprefix[21];
     char pstn_nameprefix[21];
-    uint32_t fxo_delay_dialing;      /* 0..10 */
-    uint32_t cpc_time;               /* 200..600, or 0 */
+    uint32_t fxo_delay_dialing; /* 0..10 */
+    uint32_t cpc_time;          /* 200..600, or 0 */
     char dialing[8];
     char dial_tone_detect[64];
     char rb_tone_detect[64];
     char busy_tone_detect[64];
     char disconnect_tone_detect[64];
-    uint32_t min_level_detect;       /* 20..40 */
+    uint32_t min_level_detect; /* 20..40 */
     int32_t dt_detect_time;
-    uint32_t decade_pulse_time;      /* 50..120 */
-    uint32_t decade_pause_time;      /* 30..100 */
-    uint32_t fxo_dtmftime;           /* 65..100 */
-    uint32_t cpc_rus;                /* 0..10 */
+    uint32_t decade_pulse_time; /* 50..120 */
+    uint32_t decade_pause_time; /* 30..100 */
+    uint32_t fxo_dtmftime;      /* 65..100 */
+    uint32_t cpc_rus;           /* 0..10 */
     port_line_flags_t line_flags;
-    int32_t agc_spk_level;           /* -25..-1 */
-    int32_t agc_mic_level;           /* -25..-1 */
-    int32_t modifier;                /* -1..15, -1 for none */
-    uint32_t dscp;                   /* 0..63 */
+    int32_t agc_spk_level; /* -25..-1 */
+    int32_t agc_mic_level; /* -25..-1 */
+    int32_t modifier;      /* -1..15, -1 for none */
+    uint32_t dscp;         /* 0..63 */
 } port_cfg_t;
 
 /* Codec settings of a VoIP profile; also the record of a dial-plan profile. */
@@ -322,12 +322,12 @@ typedef struct codecs_cfg {
     int32_t flashtransfer;
     uint32_t app_reserved1;
     int32_t payload;
-    uint32_t nse_payload;         /* 96..127 */
-    uint32_t silencedetector;     /* 0 or 1 */
-    uint32_t echocanceller;       /* 0 or 1 */
-    uint32_t dispersion_time;     /* 8..128 */
-    uint32_t ecan_nlp_disable;    /* 0 or 1 */
-    uint32_t comfortnoise;        /* 0 or 1 */
+    uint32_t nse_payload;      /* 96..127 */
+    uint32_t silencedetector;  /* 0 or 1 */
+    uint32_t echocanceller;    /* 0 or 1 */
+    uint32_t dispersion_time;  /* 8..128 */
+    uint32_t ecan_nlp_disable; /* 0 or 1 */
+    uint32_t comfortnoise;     /* 0 or 1 */
     int32_t g711a;
     int32_t g711u;
     int32_t g729x;
@@ -335,14 +335,14 @@ typedef struct codecs_cfg {
     int32_t g729b;
     int32_t g723;
     int32_t g726_32;
-    int32_t g711pte;              /* multiple of 10, 10..60 */
-    int32_t g729pte;              /* multiple of 10, 10..80 */
-    int32_t g723pte;              /* multiple of 30, 30..90 */
-    uint32_t g726_32_pte;         /* 10, 20 or 30 */
-    uint32_t g726_32_pt;          /* 96..127 */
-    uint32_t rtcp_period;         /* 0, or 2..65535 */
-    uint32_t rtcp_timer;          /* 0, or 5..65535 */
-    uint32_t rtcp_xr;             /* 0 or 1 */
+    int32_t g711pte;      /* multiple of 10, 10..60 */
+    int32_t g729pte;      /* multiple of 10, 10..80 */
+    int32_t g723pte;      /* multiple of 30, 30..90 */
+    uint32_t g726_32_pte; /* 10, 20 or 30 */
+    uint32_t g726_32_pt;  /* 96..127 */
+    uint32_t rtcp_period; /* 0, or 2..65535 */
+    uint32_t rtcp_timer;  /* 0, or 5..65535 */
+    uint32_t rtcp_xr;     /* 0 or 1 */
     int32_t jb_pt_delay;
     int32_t jb_vo_adaptive;
     int32_t jb_vo_delay_min;
@@ -351,13 +351,13 @@ typedef struct codecs_cfg {
     int32_t jb_vo_del_mode_soft;
     int32_t t38_bitrate;
     uint32_t app_reserved3[6];
-    uint32_t t38_datagram;        /* 0, or 272..512 */
-    uint32_t rfc3264_pt_common;   /* 0 or 1 */
-    uint32_t agc_spk_enable;      /* 0 or 1; dial-plan profiles */
-    int32_t agc_spk_level;        /* -25..-1; dial-plan profiles */
-    uint32_t agc_mic_enable;      /* 0 or 1; dial-plan profiles */
-    int32_t agc_mic_level;        /* -25..-1; dial-plan profiles */
-    uint32_t max_calls;           /* 1..143; dial-plan profiles */
+    uint32_t t38_datagram;      /* 0, or 272..512 */
+    uint32_t rfc3264_pt_common; /* 0 or 1 */
+    uint32_t agc_spk_enable;    /* 0 or 1; dial-plan profiles */
+    int32_t agc_spk_level;      /* -25..-1; dial-plan profiles */
+    uint32_t agc_mic_enable;    /* 0 or 1; dial-plan profiles */
+    int32_t agc_mic_level;      /* -25..-1; dial-plan profiles */
+    uint32_t max_calls;         /* 1..143; dial-plan profiles */
 } codecs_cfg_t;
 
 /* A dial-plan profile ("config.VOIP.dialplan_profiles.dialplan_profileN"). */
@@ -377,17 +377,17 @@ typedef struct sip_cadence_cfg {
 
 /* SIP settings of a VoIP profile. */
 typedef struct profile_sip_cfg {
-    uint32_t mode;                    /* 0, 1 or 2 */
+    uint32_t mode; /* 0, 1 or 2 */
     sip_server_t servers[CFG_SIP_SERVERS];
     char domain[129];
-    uint32_t domain_to_reg;           /* 0 or 1 */
-    uint32_t options;                 /* 0..2 */
-    uint32_t keepalivet;              /* 10000..3600000 */
-    uint32_t outbound;                /* 0..2 */
-    uint32_t obtimeout;               /* 0..300 */
-    uint32_t registration;            /* 0..31 */
-    uint32_t expires;                 /* 0..2147483647 */
-    uint32_t authentication;          /* 1 or 2 */
+    uint32_t domain_to_reg;  /* 0 or 1 */
+    uint32_t options;        /* 0..2 */
+    uint32_t keepalivet;     /* 10000..3600000 */
+    uint32_t outbound;       /* 0..2 */
+    uint32_t obtimeout;      /* 0..300 */
+    uint32_t registration;   /* 0..31 */
+    uint32_t expires;        /* 0..2147483647 */
+    uint32_t authentication; /* 1 or 2 */
     char username[51];
     char password[51];
     uint32_t keep_alive_mode;         /* 0..3 */
@@ -417,11 +417,11 @@ typedef struct profile_sip_cfg {
     char xcap_hotline_name[30];
     char xcap_callhold_name[30];
     char xcap_calltransfer_name[30];
-    uint8_t use_alert_info;           /* 0 or 1 */
+    uint8_t use_alert_info; /* 0 or 1 */
     sip_cadence_cfg_t sip_cadences[CFG_SIP_CADENCES];
-    uint32_t changeover;              /* 0..3 */
-    uint32_t ruri_full_compliance;    /* 0 or 1 */
-    uint32_t changeover_by_408;       /* 0 or 1 */
+    uint32_t changeover;           /* 0..3 */
+    uint32_t ruri_full_compliance; /* 0 or 1 */
+    uint32_t changeover_by_408;    /* 0 or 1 */
 } profile_sip_cfg_t;
 
 /* One VoIP profile: its codec settings, then its SIP settings. */
@@ -436,7 +436,7 @@ typedef struct profile_cfg {
 
 /* One dial-plan rule; `type` 0 marks an empty entry. */
 typedef struct dial_plan {
-    char destination[41];  /* field 5 */
+    char destination[41]; /* field 5 */
     char field1[21];
     int32_t field3;
     int32_t field2;
@@ -444,8 +444,8 @@ typedef struct dial_plan {
     char protocol[10];     /* field 4 */
     uint32_t port_mask[3]; /* field 10: position k is bit k%32 of word k/32 */
     int32_t field9;
-    char field6[9];        /* without its double quotes */
-    uint8_t field8;        /* modulo 256 */
+    char field6[9]; /* without its double quotes */
+    uint8_t field8; /* modulo 256 */
     int32_t field7;
     int32_t field11;
 } dial_plan_t;
@@ -453,9 +453,9 @@ typedef struct dial_plan {
 /* Dial plan of one profile: the rule list and the regular-expression plan. */
 typedef struct profile_dialplan_cfg {
     dial_plan_t entries[CFG_DIALPLAN_ENTRIES];
-    uint32_t start;       /* list marker */
-    uint32_t current;     /* filled entries at the last recount */
-    uint32_t regex_on;    /* 0 or 1 */
+    uint32_t start;    /* list marker */
+    uint32_t current;  /* filled entries at the last recount */
+    uint32_t regex_on; /* 0 or 1 */
     char proto[16];
     char regex[1001];
     uint32_t start_timer; /* 10..300 */
@@ -465,19 +465,19 @@ typedef struct profile_dialplan_cfg {
 typedef struct group_cfg {
     uint32_t valid;
     char phone[51];
-    uint32_t enabled;               /* 0 or 1 */
-    uint32_t type;                  /* 0..4 */
-    uint32_t busy;                  /* 0 or 1 */
-    uint32_t timeout;               /* 0, or 5..120 */
-    uint32_t sip_port;              /* 0..65535 */
+    uint32_t enabled;  /* 0 or 1 */
+    uint32_t type;     /* 0..4 */
+    uint32_t busy;     /* 0 or 1 */
+    uint32_t timeout;  /* 0, or 5..120 */
+    uint32_t sip_port; /* 0..65535 */
     char name[51];
     char password[51];
     uint32_t port_list[CFG_MAX_PORTS]; /* member ports, in the order received */
-    uint32_t port_count;            /* valid entries of port_list */
-    uint32_t profile_id;            /* 0..7 */
-    uint32_t transmit_number;       /* 0 or 1; line-port groups */
-    uint32_t dont_transmit_prefix;  /* 0 or 1; line-port groups */
-    uint32_t fxo_call_busy;         /* 0 or 1; line-port groups */
+    uint32_t port_count;               /* valid entries of port_list */
+    uint32_t profile_id;               /* 0..7 */
+    uint32_t transmit_number;          /* 0 or 1; line-port groups */
+    uint32_t dont_transmit_prefix;     /* 0 or 1; line-port groups */
+    uint32_t fxo_call_busy;            /* 0 or 1; line-port groups */
 } group_cfg_t;
 
 /* The 32 hunt groups of one kind (subscriber ports or line ports). */
@@ -492,12 +492,12 @@ typedef struct groups_cfg {
 typedef struct limit_cfg {
     int32_t not_proxy[CFG_LIMITS]; /* 1, 0 for a "[proxy]" target, -1 cleared */
     char target[CFG_LIMITS][256];
-    int32_t value[CFG_LIMITS];     /* an entry counts only above 0 */
-    uint32_t start;                /* list marker */
-    uint32_t current;              /* filled entries at the last recount */
-    uint32_t ceiling;              /* set by the application */
-    uint32_t updated;              /* time-stamp */
-    uint32_t recalculated;         /* time-stamp of the last recount */
+    int32_t value[CFG_LIMITS]; /* an entry counts only above 0 */
+    uint32_t start;            /* list marker */
+    uint32_t current;          /* filled entries at the last recount */
+    uint32_t ceiling;          /* set by the application */
+    uint32_t updated;          /* time-stamp */
+    uint32_t recalculated;     /* time-stamp of the last recount */
 } limit_cfg_t;
 
 /* One number-modifier rule; an empty `word1` marks a free slot. */
@@ -519,7 +519,7 @@ typedef struct modifier_cfg {
 
 /* One VLAN interface n (1..3) of the network settings. */
 typedef struct vlan_iface {
-    uint8_t flags;     /* bit 0 VLANn, bit 1 DHCPDn, bit 2 DHCP_GWn */
+    uint8_t flags; /* bit 0 VLANn, bit 1 DHCPDn, bit 2 DHCP_GWn */
     uint32_t vid;
     char ipaddr[20];
     char netmask[20];
@@ -596,14 +596,14 @@ typedef struct network_cfg {
     char language[8];
     uint8_t language_set; /* 1 once "LANGUAGE" is stored */
     uint16_t mtu;
-    uint32_t updated;     /* time-stamp */
+    uint32_t updated; /* time-stamp */
 } network_cfg_t;
 
 /* LLDP settings ("config.Network.LLDP"). */
 typedef struct lldp_cfg {
-    uint8_t enable;       /* 0 or 1 */
+    uint8_t enable; /* 0 or 1 */
     uint32_t tx_interval;
-    uint32_t updated;     /* time-stamp */
+    uint32_t updated; /* time-stamp */
 } lldp_cfg_t;
 
 /* Host table ("config.Network.hosts"): 20 names and 20 addresses. */
@@ -642,12 +642,12 @@ typedef struct routes_cfg {
 
 /* One firewall rule; `valid` 0 marks an empty slot. */
 typedef struct firewall_rule {
-    uint8_t valid;             /* 1 when the rule text was accepted in full */
+    uint8_t valid; /* 1 when the rule text was accepted in full */
     char src_ip[31];
     uint32_t src_ip_number;
     uint8_t all_src_ip;
-    char protocol[31];         /* "UDP", "TCP", "ICMP" or "any" */
-    char target[31];           /* "ACCEPT", "DROP" or "REJECT" */
+    char protocol[31]; /* "UDP", "TCP", "ICMP" or "any" */
+    char target[31];   /* "ACCEPT", "DROP" or "REJECT" */
     uint16_t src_port;
     uint16_t src_ports_number;
     uint8_t all_src_ports;
@@ -685,7 +685,7 @@ typedef struct snmp_cfg {
     char rocommunity[40];
     char rwcommunity[40];
     snmp_user_t user;
-    uint32_t updated;   /* time-stamp, shared by both nodes */
+    uint32_t updated; /* time-stamp, shared by both nodes */
 } snmp_cfg_t;
 
 /* IPSec settings ("config.Network.IPSec"). */
@@ -716,9 +716,9 @@ typedef struct ipsec_cfg {
 
 /* TR-069 management settings ("config.Network.TR069"). */
 typedef struct tr069_cfg {
-    uint8_t enable;                  /* 0 or 1 */
+    uint8_t enable; /* 0 or 1 */
     char url[256];
-    uint8_t periodic_inform_enable;  /* 0 or 1 */
+    uint8_t periodic_inform_enable; /* 0 or 1 */
     uint32_t periodic_inform_interval;
     char username[256];
     char password[256];
@@ -730,7 +730,7 @@ typedef struct tr069_cfg {
     int32_t stun_minimum_keepalive_period;
     int32_t stun_maximum_keepalive_period;
     char nat_address[256];
-    uint32_t updated;                /* time-stamp */
+    uint32_t updated; /* time-stamp */
 } tr069_cfg_t;
 
 /* ------------------------------------------------------------------------ */
@@ -799,10 +799,10 @@ typedef struct switch_cfg {
  * this declaration. */
 typedef struct cfg_image {
     port_cfg_t port_defaults[CFG_PORT_PROFILES];
-    uint32_t port_defaults_updated;             /* time-stamp, one for all */
+    uint32_t port_defaults_updated; /* time-stamp, one for all */
     port_cfg_t ports[CFG_MAX_PORTS];
-    uint32_t ports_updated[CFG_MAX_PORTS];      /* time-stamps */
-    uint32_t max_ports;                         /* set by the application */
+    uint32_t ports_updated[CFG_MAX_PORTS]; /* time-stamps */
+    uint32_t max_ports;                    /* set by the application */
     groups_cfg_t groups;
     groups_cfg_t fxo_groups;
     hosts_cfg_t hosts;
@@ -818,12 +818,12 @@ typedef struct cfg_image {
     lldp_cfg_t lldp;
     tr069_cfg_t tr069;
     switch_cfg_t switch_cfg;
-    uint32_t vlan_updated;                      /* time-stamp */
-    uint32_t vtu_updated;                       /* time-stamp */
-    uint32_t qos_updated;                       /* time-stamp */
+    uint32_t vlan_updated; /* time-stamp */
+    uint32_t vtu_updated;  /* time-stamp */
+    uint32_t qos_updated;  /* time-stamp */
     dvo_cfg_t dvo;
     cadence_cfg_t cadences[CFG_CADENCES];
-    uint32_t cadences_updated;                  /* time-stamp */
+    uint32_t cadences_updated; /* time-stamp */
     limit_cfg_t limits;
     /* Status blocks: opaque copies; element i of a per-port array is port
      * i + 1 of the status messages. */
@@ -831,27 +831,27 @@ typedef struct cfg_image {
     uint8_t fxs_statistics[CFG_MAX_PORTS][671];
     uint8_t fxs_statistics_fresh[CFG_MAX_PORTS]; /* 1 with each block */
     uint8_t mon_t11[CFG_MAX_PORTS][80];
-    uint8_t mon_t11_fresh[CFG_MAX_PORTS];        /* 1 with each block */
+    uint8_t mon_t11_fresh[CFG_MAX_PORTS]; /* 1 with each block */
     uint8_t mon_t4[CFG_MAX_PORTS][148];
     uint8_t mon_t5[CFG_MAX_PORTS][52];
-    uint8_t mon_t5_state[CFG_MAX_PORTS];         /* 2 with each block */
-    uint32_t mon_t5_ref[CFG_MAX_PORTS];          /* written by the application */
+    uint8_t mon_t5_state[CFG_MAX_PORTS]; /* 2 with each block */
+    uint32_t mon_t5_ref[CFG_MAX_PORTS];  /* written by the application */
     uint32_t mon_t5_ref_copy[CFG_MAX_PORTS];
     uint32_t mon_t5_time[CFG_MAX_PORTS];
     uint8_t mon_t6[112];
     uint8_t mon_t8[CFG_MAX_PORTS][56];
     uint8_t mon_t1[CFG_MAX_PORTS][92];
     uint32_t mon_t1_time[CFG_MAX_PORTS];
-    uint8_t mon_t10[CFG_MON_T10_BLOCKS][148];    /* element n-1 for number n */
+    uint8_t mon_t10[CFG_MON_T10_BLOCKS][148]; /* element n-1 for number n */
     sip_cfg_t sip;
     profile_cfg_t profiles[CFG_PROFILES];
-    uint32_t profiles_updated[CFG_PROFILES];     /* time-stamps */
+    uint32_t profiles_updated[CFG_PROFILES]; /* time-stamps */
     profile_dialplan_cfg_t dialplans[CFG_PROFILES];
-    uint32_t dialplans_updated[CFG_PROFILES];    /* time-stamps */
+    uint32_t dialplans_updated[CFG_PROFILES]; /* time-stamps */
     dialplan_profile_cfg_t dialplan_profiles[CFG_DIALPLAN_PROFILES];
     uint32_t dialplan_profiles_updated[CFG_DIALPLAN_PROFILES]; /* time-stamps */
-    uint32_t mon_t9_flag;                        /* 1 after monitoring kind 9 */
-    uint32_t version_received;                   /* 1 after a version message */
+    uint32_t mon_t9_flag;                                      /* 1 after monitoring kind 9 */
+    uint32_t version_received;                                 /* 1 after a version message */
     uint8_t version[20];
     firewall_cfg_t firewall;
     modifier_cfg_t modifiers[CFG_MODIFIERS];
@@ -892,8 +892,7 @@ CFGPARSER_API void all_parser(cfg_image_t *image, const uint8_t *message) CFG_NO
  * readable bytes; *name and *value are null (free_params after each param).
  * free_params: either address may be null; it frees and nulls what they
  * hold. */
-CFGPARSER_API int find_params(const uint8_t **cursor, uint32_t *remaining,
-                              char **name, char **value,
+CFGPARSER_API int find_params(const uint8_t **cursor, uint32_t *remaining, char **name, char **value,
                               int quotes_mean_empty) CFG_NOEXCEPT;
 CFGPARSER_API void free_params(char **name, char **value) CFG_NOEXCEPT;
 
@@ -901,27 +900,25 @@ CFGPARSER_API void free_params(char **name, char **value) CFG_NOEXCEPT;
  * `cursor` and *cursor non-null, with room for the param (4 length bytes,
  * name and value); `path` and `name` non-null. setStringValueInMsg takes a
  * null value as the empty one. No bounds are checked. */
-CFGPARSER_API uint32_t setUInt16ValueInMsg(uint8_t **cursor, const char *path,
-                                           int param_count, uint32_t running) CFG_NOEXCEPT;
-CFGPARSER_API uint32_t setUIntValueInMsg(uint8_t **cursor, const char *name,
-                                         uint32_t value, uint32_t running) CFG_NOEXCEPT;
-CFGPARSER_API uint32_t setIntValueInMsg(uint8_t **cursor, const char *name,
-                                        int32_t value, uint32_t running) CFG_NOEXCEPT;
-CFGPARSER_API uint32_t setXValueInMsg(uint8_t **cursor, const char *name,
-                                      uint32_t value, uint32_t running) CFG_NOEXCEPT;
-CFGPARSER_API uint32_t setStringValueInMsg(uint8_t **cursor, const char *name,
-                                           const char *value,
+CFGPARSER_API uint32_t setUInt16ValueInMsg(uint8_t **cursor, const char *path, int param_count,
                                            uint32_t running) CFG_NOEXCEPT;
-CFGPARSER_API uint32_t setEmptyStringValueInMsg(uint8_t **cursor,
-                                                const char *name,
+CFGPARSER_API uint32_t setUIntValueInMsg(uint8_t **cursor, const char *name, uint32_t value,
+                                         uint32_t running) CFG_NOEXCEPT;
+CFGPARSER_API uint32_t setIntValueInMsg(uint8_t **cursor, const char *name, int32_t value,
+                                        uint32_t running) CFG_NOEXCEPT;
+CFGPARSER_API uint32_t setXValueInMsg(uint8_t **cursor, const char *name, uint32_t value,
+                                      uint32_t running) CFG_NOEXCEPT;
+CFGPARSER_API uint32_t setStringValueInMsg(uint8_t **cursor, const char *name, const char *value,
+                                           uint32_t running) CFG_NOEXCEPT;
+CFGPARSER_API uint32_t setEmptyStringValueInMsg(uint8_t **cursor, const char *name,
                                                 uint32_t running) CFG_NOEXCEPT;
 
 /* Pattern helper. pcre_preg_match: a null pattern or subject matches
  * nothing (0); *table must be null before the call and holds the result's
  * strings after it (free_table(table, result)). free_table: a null table or
  * a count below 1 does nothing. trim: returns a null text unchanged. */
-CFGPARSER_API int32_t pcre_preg_match(const char *pattern, const char *subject,
-                                      int subject_length, char ***table) CFG_NOEXCEPT;
+CFGPARSER_API int32_t pcre_preg_match(const char *pattern, const char *subject, int subject_length,
+                                      char ***table) CFG_NOEXCEPT;
 CFGPARSER_API void free_table(char **table, int count) CFG_NOEXCEPT;
 CFGPARSER_API char *trim(char *text) CFG_NOEXCEPT;
 
@@ -934,18 +931,17 @@ CFGPARSER_API void cfg_trace(int level, const char *format, ...) CFG_NOEXCEPT
  * converter's rule. get_string: `field` holds `size` bytes (a null field or
  * size 0 does nothing). */
 CFGPARSER_API int32_t get_checkbox(const char *value) CFG_NOEXCEPT;
-CFGPARSER_API int32_t get_digit_from_min_to_max_or_set_default(
-    const char *value, int32_t min, int32_t max, int32_t def) CFG_NOEXCEPT;
-CFGPARSER_API uint32_t get_long_from_min_to_max_or_set_default(
-    const char *value, uint32_t min, uint32_t max, uint32_t def) CFG_NOEXCEPT;
+CFGPARSER_API int32_t get_digit_from_min_to_max_or_set_default(const char *value, int32_t min, int32_t max,
+                                                               int32_t def) CFG_NOEXCEPT;
+CFGPARSER_API uint32_t get_long_from_min_to_max_or_set_default(const char *value, uint32_t min, uint32_t max,
+                                                               uint32_t def) CFG_NOEXCEPT;
 CFGPARSER_API void get_string(char *field, size_t size, const char *value) CFG_NOEXCEPT;
 
 /* List tracking and time. Waits: 0 settled, 1 timed out, -1 null image
  * (and -1 for a profile whose low 8 bits are not 0..7, or a modifier
  * outside 0..15). The recalculation ignores a null image. Do not hold
  * RWlockCfg while waiting. */
-CFGPARSER_API void recalculate_start_and_current_after_timeout(
-    cfg_image_t *image) CFG_NOEXCEPT;
+CFGPARSER_API void recalculate_start_and_current_after_timeout(cfg_image_t *image) CFG_NOEXCEPT;
 CFGPARSER_API int32_t update_limits_conf(cfg_image_t *image) CFG_NOEXCEPT;
 CFGPARSER_API int32_t update_dialplan_conf(cfg_image_t *image, int profile) CFG_NOEXCEPT;
 CFGPARSER_API int32_t update_host_conf(cfg_image_t *image) CFG_NOEXCEPT;
@@ -960,14 +956,10 @@ CFGPARSER_API int cfg_pause(int seconds, int milliseconds) CFG_NOEXCEPT;
 /* Status parsers. `message` holds the whole status message of its kind,
  * header included (its payload is read at fixed offsets: up to 686 bytes
  * for the port statistics). A null image or message is ignored. */
-CFGPARSER_API void switch_status_parser(cfg_image_t *image,
-                                        const uint8_t *message) CFG_NOEXCEPT;
-CFGPARSER_API void fxs_statistics_parser(cfg_image_t *image,
-                                         const uint8_t *message) CFG_NOEXCEPT;
-CFGPARSER_API void cfg_version_parser(cfg_image_t *image,
-                                      const uint8_t *message) CFG_NOEXCEPT;
-CFGPARSER_API void monitoring_parser(cfg_image_t *image,
-                                     const uint8_t *message) CFG_NOEXCEPT;
+CFGPARSER_API void switch_status_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXCEPT;
+CFGPARSER_API void fxs_statistics_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXCEPT;
+CFGPARSER_API void cfg_version_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXCEPT;
+CFGPARSER_API void monitoring_parser(cfg_image_t *image, const uint8_t *message) CFG_NOEXCEPT;
 CFGPARSER_API int32_t cfgpars_getTimeSec(void) CFG_NOEXCEPT;
 
 /* Writers (this and the following groups). Every writer writes one
@@ -997,29 +989,23 @@ CFGPARSER_API int general_save(uint8_t **cursor, const general_cfg_t *general) C
 CFGPARSER_API int tones_save(uint8_t **cursor, const tones_cfg_t *tones) CFG_NOEXCEPT;
 CFGPARSER_API int syslog_save(uint8_t **cursor, const trace_cfg_t *trace) CFG_NOEXCEPT;
 CFGPARSER_API int dvo_config_save(uint8_t **cursor, const dvo_cfg_t *dvo) CFG_NOEXCEPT;
-CFGPARSER_API int cadence_config_save(uint8_t **cursor,
-                                      const cfg_image_t *image) CFG_NOEXCEPT;
+CFGPARSER_API int cadence_config_save(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT;
 
 /* Port and profile writers. all_ports_to_file and all_ports_pickup_to_file
  * write ports 0 .. min(max_ports, 72) - 1. codec_params_save adds the codec
  * params to the node the caller has opened and returns `running` plus the
  * bytes it wrote. */
 CFGPARSER_API int all_ports_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT;
-CFGPARSER_API int all_ports_pickup_to_file(uint8_t **cursor,
-                                           const cfg_image_t *image) CFG_NOEXCEPT;
-CFGPARSER_API int one_port_to_file(uint8_t **cursor, uint32_t port,
-                                   const port_cfg_t *cfg) CFG_NOEXCEPT;
+CFGPARSER_API int all_ports_pickup_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOEXCEPT;
+CFGPARSER_API int one_port_to_file(uint8_t **cursor, uint32_t port, const port_cfg_t *cfg) CFG_NOEXCEPT;
 CFGPARSER_API int profile_def_port_to_file(uint8_t **cursor, uint32_t profile,
                                            const port_cfg_t *cfg) CFG_NOEXCEPT;
-CFGPARSER_API uint32_t codec_params_save(uint8_t **cursor,
-                                         const codecs_cfg_t *codecs,
+CFGPARSER_API uint32_t codec_params_save(uint8_t **cursor, const codecs_cfg_t *codecs,
                                          uint32_t running) CFG_NOEXCEPT;
-CFGPARSER_API int profile_codecs_save(uint8_t **cursor, int profile,
-                                      const profile_cfg_t *cfg) CFG_NOEXCEPT;
+CFGPARSER_API int profile_codecs_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg) CFG_NOEXCEPT;
 CFGPARSER_API int dialplan_profile_save(uint8_t **cursor, int number,
                                         const dialplan_profile_cfg_t *cfg) CFG_NOEXCEPT;
-CFGPARSER_API int profile_sip_save(uint8_t **cursor, int profile,
-                                   const profile_cfg_t *cfg) CFG_NOEXCEPT;
+CFGPARSER_API int profile_sip_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg) CFG_NOEXCEPT;
 CFGPARSER_API int profile_alert_info_save(uint8_t **cursor, int profile,
                                           const profile_cfg_t *cfg) CFG_NOEXCEPT;
 
@@ -1031,28 +1017,22 @@ CFGPARSER_API int profile_alert_info_save(uint8_t **cursor, int profile,
  * cfg_port_to_string write into `out` of CFG_MASK_TEXT_SIZE and
  * CFG_PORT_LIST_TEXT_SIZE bytes (a null out gives null).
  * profile_dialplan_to_file bounds the port masks it writes by `max_ports`. */
-CFGPARSER_API dial_plan_t *cfgpars_dial_plan_string_to_t(dial_plan_t *entry,
-                                                         const char *text,
+CFGPARSER_API dial_plan_t *cfgpars_dial_plan_string_to_t(dial_plan_t *entry, const char *text,
                                                          uint32_t max_ports) CFG_NOEXCEPT;
-CFGPARSER_API int cfgpars_string_from0_to_mask(const char *text,
-                                               uint32_t mask[3],
+CFGPARSER_API int cfgpars_string_from0_to_mask(const char *text, uint32_t mask[3],
                                                uint32_t max_ports) CFG_NOEXCEPT;
-CFGPARSER_API char *cfg_mask_to_string(const uint32_t mask[3], char *out,
-                                       uint32_t type, uint32_t max_ports) CFG_NOEXCEPT;
-CFGPARSER_API int profile_dialplan_to_file(uint8_t **cursor, int profile,
-                                           const profile_dialplan_cfg_t *cfg,
+CFGPARSER_API char *cfg_mask_to_string(const uint32_t mask[3], char *out, uint32_t type,
+                                       uint32_t max_ports) CFG_NOEXCEPT;
+CFGPARSER_API int profile_dialplan_to_file(uint8_t **cursor, int profile, const profile_dialplan_cfg_t *cfg,
                                            uint32_t max_ports) CFG_NOEXCEPT;
-CFGPARSER_API int profile_dialplan_regular_to_file(
-    uint8_t **cursor, int profile, const profile_dialplan_cfg_t *cfg) CFG_NOEXCEPT;
-CFGPARSER_API int cfgpars_group_ports_string_to_t(group_cfg_t *group,
-                                                  const char *text,
+CFGPARSER_API int profile_dialplan_regular_to_file(uint8_t **cursor, int profile,
+                                                   const profile_dialplan_cfg_t *cfg) CFG_NOEXCEPT;
+CFGPARSER_API int cfgpars_group_ports_string_to_t(group_cfg_t *group, const char *text,
                                                   const cfg_image_t *image) CFG_NOEXCEPT;
 CFGPARSER_API char *cfg_port_to_string(const group_cfg_t *group, char *out) CFG_NOEXCEPT;
-CFGPARSER_API int groups_to_file(uint8_t **cursor, const group_cfg_t *entries,
-                                 int fxo) CFG_NOEXCEPT;
+CFGPARSER_API int groups_to_file(uint8_t **cursor, const group_cfg_t *entries, int fxo) CFG_NOEXCEPT;
 CFGPARSER_API int save_limits(uint8_t **cursor, const limit_cfg_t *limits) CFG_NOEXCEPT;
-CFGPARSER_API int modifier_to_file(uint8_t **cursor, int number,
-                                   const modifier_cfg_t *modifier) CFG_NOEXCEPT;
+CFGPARSER_API int modifier_to_file(uint8_t **cursor, int number, const modifier_cfg_t *modifier) CFG_NOEXCEPT;
 
 /* Network writers and converters. firewall_rule_string_to_t cuts the text
  * it reads into tokens in place (a null text reads as empty, a null rule
@@ -1060,22 +1040,17 @@ CFGPARSER_API int modifier_to_file(uint8_t **cursor, int number,
  * (a null rule or out gives 0). */
 CFGPARSER_API int save_network(uint8_t **cursor, const network_cfg_t *network,
                                const lldp_cfg_t *lldp) CFG_NOEXCEPT;
-CFGPARSER_API int save_autoupdate(uint8_t **cursor,
-                                  const network_cfg_t *network) CFG_NOEXCEPT;
+CFGPARSER_API int save_autoupdate(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT;
 CFGPARSER_API int save_ntp(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT;
 CFGPARSER_API int save_radius(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT;
 CFGPARSER_API int language_save(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT;
 CFGPARSER_API int sendHostsToCfgMngr(uint8_t **cursor, const hosts_cfg_t *hosts) CFG_NOEXCEPT;
-CFGPARSER_API int sendMacsToCfgMngr(uint8_t **cursor,
-                                    const mac_filter_cfg_t *macs) CFG_NOEXCEPT;
-CFGPARSER_API int sendRoutesToCfgMngr(uint8_t **cursor,
-                                      const routes_cfg_t *routes) CFG_NOEXCEPT;
+CFGPARSER_API int sendMacsToCfgMngr(uint8_t **cursor, const mac_filter_cfg_t *macs) CFG_NOEXCEPT;
+CFGPARSER_API int sendRoutesToCfgMngr(uint8_t **cursor, const routes_cfg_t *routes) CFG_NOEXCEPT;
 CFGPARSER_API int firewall_rule_string_to_t(char *text, firewall_rule_t *rule) CFG_NOEXCEPT;
 CFGPARSER_API int print_rule_string(const firewall_rule_t *rule, char *out) CFG_NOEXCEPT;
-CFGPARSER_API int all_firewall_to_file(uint8_t **cursor,
-                                       const firewall_cfg_t *firewall) CFG_NOEXCEPT;
-CFGPARSER_API int firewall_to_file(uint8_t **cursor, uint32_t slot,
-                                   const firewall_rule_t *rule) CFG_NOEXCEPT;
+CFGPARSER_API int all_firewall_to_file(uint8_t **cursor, const firewall_cfg_t *firewall) CFG_NOEXCEPT;
+CFGPARSER_API int firewall_to_file(uint8_t **cursor, uint32_t slot, const firewall_rule_t *rule) CFG_NOEXCEPT;
 CFGPARSER_API int snmp_save(uint8_t **cursor, const snmp_cfg_t *snmp,
                             const network_cfg_t *network) CFG_NOEXCEPT;
 CFGPARSER_API int snmp_user_save(uint8_t **cursor, const snmp_cfg_t *snmp) CFG_NOEXCEPT;
@@ -1088,8 +1063,7 @@ CFGPARSER_API int save_acs(uint8_t **cursor, const tr069_cfg_t *tr069) CFG_NOEXC
 CFGPARSER_API int vlan_config_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT;
 CFGPARSER_API uint32_t eth_port_string_to_output(const char *text) CFG_NOEXCEPT;
 CFGPARSER_API int del_rule_from_vtu(uint8_t **cursor, int32_t index) CFG_NOEXCEPT;
-CFGPARSER_API int ins_rule_in_vtu(uint8_t **cursor, int32_t index,
-                                  const vtu_rule_t *rule) CFG_NOEXCEPT;
+CFGPARSER_API int ins_rule_in_vtu(uint8_t **cursor, int32_t index, const vtu_rule_t *rule) CFG_NOEXCEPT;
 CFGPARSER_API int qos_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT;
 CFGPARSER_API int switch_config_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT;
 

@@ -9,12 +9,12 @@
 #include "cfgparser.h"
 
 /* A C99 compile-time check: the array size turns negative when it fails. */
-#define CHECK_CAT2(a, b) a##b
-#define CHECK_CAT(a, b) CHECK_CAT2(a, b)
+#define CHECK_CAT2(a, b)   a##b
+#define CHECK_CAT(a, b)    CHECK_CAT2(a, b)
 #define STATIC_CHECK(cond) typedef char CHECK_CAT(static_check_, __LINE__)[(cond) ? 1 : -1]
 
 #define STATIC_CHECK_MSG(cond, text) STATIC_CHECK(cond)
-#define BEFORE(type, a, b) STATIC_CHECK(offsetof(type, a) < offsetof(type, b))
+#define BEFORE(type, a, b)           STATIC_CHECK(offsetof(type, a) < offsetof(type, b))
 
 /* Configuration image: the order of its parts and of their records. */
 BEFORE(cfg_image_t, port_defaults, ports);
@@ -44,19 +44,15 @@ BEFORE(limit_cfg_t, ceiling, updated);
 BEFORE(limit_cfg_t, updated, recalculated);
 
 /* MAC filter: 8-bit `current` and `start`, side by side, before `updated`. */
-STATIC_CHECK_MSG(sizeof(((mac_filter_cfg_t *)0)->current) == 1,
-               "mac_filter_cfg_t.current is 8-bit");
-STATIC_CHECK_MSG(sizeof(((mac_filter_cfg_t *)0)->start) == 1,
-               "mac_filter_cfg_t.start is 8-bit");
-STATIC_CHECK_MSG(offsetof(mac_filter_cfg_t, start) ==
-                   offsetof(mac_filter_cfg_t, current) + 1,
-               "mac_filter_cfg_t.start directly follows current");
+STATIC_CHECK_MSG(sizeof(((mac_filter_cfg_t *)0)->current) == 1, "mac_filter_cfg_t.current is 8-bit");
+STATIC_CHECK_MSG(sizeof(((mac_filter_cfg_t *)0)->start) == 1, "mac_filter_cfg_t.start is 8-bit");
+STATIC_CHECK_MSG(offsetof(mac_filter_cfg_t, start) == offsetof(mac_filter_cfg_t, current) + 1,
+                 "mac_filter_cfg_t.start directly follows current");
 BEFORE(mac_filter_cfg_t, client, current);
 BEFORE(mac_filter_cfg_t, start, updated);
 
 /* Modifiers: one 16-bit count after the rules. */
-STATIC_CHECK_MSG(sizeof(((modifier_cfg_t *)0)->count) == 2,
-               "modifier_cfg_t.count is 16-bit");
+STATIC_CHECK_MSG(sizeof(((modifier_cfg_t *)0)->count) == 2, "modifier_cfg_t.count is 16-bit");
 BEFORE(modifier_cfg_t, rules, count);
 
 /* H.323 record: the range fields sit between the H.323 fields. */

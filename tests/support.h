@@ -49,9 +49,9 @@ inline bool lock_is_free()
 
 // What one writer call produced.
 struct written {
-    int returned = 0;               // the writer's result
-    std::vector<uint8_t> body;      // operation byte .. terminating byte
-    cfgmsg::message message;        // the body decoded
+    int returned = 0;          // the writer's result
+    std::vector<uint8_t> body; // operation byte .. terminating byte
+    cfgmsg::message message;   // the body decoded
 
     const cfgmsg::node &node(std::size_t i = 0) const { return message.nodes.at(i); }
 

@@ -30,7 +30,13 @@ TEST(AllParser, WaysAParseEnds)
     const std::vector<uint8_t> good = cfgmsg::message_from_text(
         "[config.VOIP.h323]\n timetolive = 1\n[config.VOIP.range]\n sip_dscp = 5\n");
 
-    struct row { const char *what; std::vector<uint8_t> message; bool recounts; int32_t timetolive; int32_t sip_dscp; };
+    struct row {
+        const char *what;
+        std::vector<uint8_t> message;
+        bool recounts;
+        int32_t timetolive;
+        int32_t sip_dscp;
+    };
     std::vector<row> rows;
     rows.push_back({"normal", good, true, 1, 5});
 
@@ -59,9 +65,13 @@ TEST(AllParser, WaysAParseEnds)
         auto image = fresh_image();
         image->h323.sip_dscp = 0;
         bool recounted = false;
-        const std::string printed = support::stdout_of([&] { recounted = parse_recounts(*image, r.message); });
-        EXPECT_EQ(std::tie(recounted, image->h323.timetolive, image->h323.sip_dscp), std::tie(r.recounts, r.timetolive, r.sip_dscp)) << r.what;
-        EXPECT_EQ(printed.find("Incorrect format of message") != std::string::npos, !r.recounts) << r.what << ": " << printed;
+        const std::string printed =
+            support::stdout_of([&] { recounted = parse_recounts(*image, r.message); });
+        EXPECT_EQ(std::tie(recounted, image->h323.timetolive, image->h323.sip_dscp),
+                  std::tie(r.recounts, r.timetolive, r.sip_dscp))
+            << r.what;
+        EXPECT_EQ(printed.find("Incorrect format of message") != std::string::npos, !r.recounts)
+            << r.what << ": " << printed;
     }
 }
 

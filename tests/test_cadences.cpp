@@ -33,7 +33,7 @@ TEST(Cadences, WriterWritesAll32AndRoundTrips)
 
     const auto out = support::write([&](uint8_t **cur) { return cadence_config_save(cur, image.get()); });
     ASSERT_EQ(out.message.nodes.size(), 32u);
-    EXPECT_EQ(support::value(out.node(3), "mask"), "0,2,4");  // 21
+    EXPECT_EQ(support::value(out.node(3), "mask"), "0,2,4"); // 21
     EXPECT_EQ(support::value(out.node(30), "mask"), "0,2");
     EXPECT_EQ(out.node(31).params, (std::vector<cfgmsg::param>{
                                        {"rule", "\"\""}, {"ring", "0"}, {"pause", "0"}, {"mask", "\"\""}}));

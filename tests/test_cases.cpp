@@ -40,10 +40,15 @@ struct member_value {
 };
 
 template <typename T>
-    requires std::is_arithmetic_v<T>
-member_value get(T v) { return {true, false, static_cast<long long>(v), {}}; }
+requires std::is_arithmetic_v<T> member_value get(T v)
+{
+    return {true, false, static_cast<long long>(v), {}};
+}
 template <std::size_t N>
-member_value get(const char (&t)[N]) { return {true, true, 0, std::string(t, strnlen(t, N))}; }
+member_value get(const char (&t)[N])
+{
+    return {true, true, 0, std::string(t, strnlen(t, N))};
+}
 template <std::size_t N>
 void put(char (&t)[N], const member_value &v)
 {
@@ -51,7 +56,10 @@ void put(char (&t)[N], const member_value &v)
     std::memcpy(t, v.text.data(), std::min(v.text.size(), N - 1));
 }
 template <typename A>
-bool in(const A &, unsigned i) { return i < std::extent_v<A>; }
+bool in(const A &, unsigned i)
+{
+    return i < std::extent_v<A>;
+}
 
 struct member {
     const char *path; // "ports[].gainr"
@@ -121,7 +129,8 @@ std::vector<test_case> read_cases(const std::filesystem::path &file)
             cases.back().messages.emplace_back();
         } else if (line.starts_with("=> ")) {
             const std::size_t eq = line.find(" = ");
-            cases.back().expected.emplace_back(line.substr(3, eq - 3), eq == std::string::npos ? "" : line.substr(eq + 3));
+            cases.back().expected.emplace_back(line.substr(3, eq - 3),
+                                               eq == std::string::npos ? "" : line.substr(eq + 3));
         } else {
             cases.back().messages.back() += line + "\n";
         }
@@ -153,7 +162,8 @@ TEST(Cases, EachCaseStoresWhatItStates)
                     if (name == "printed" && want == "\"\"") {
                         EXPECT_EQ(printed, "");
                     } else if (name == "printed") {
-                        EXPECT_NE(printed.find(want.substr(1, want.size() - 2)), std::string::npos) << printed;
+                        EXPECT_NE(printed.find(want.substr(1, want.size() - 2)), std::string::npos)
+                            << printed;
                     }
                     continue;
                 }
@@ -164,7 +174,8 @@ TEST(Cases, EachCaseStoresWhatItStates)
                     continue;
                 }
                 if (got.is_text) {
-                    EXPECT_TRUE(want.size() >= 2 && want.front() == '"' && want.back() == '"') << name << " is text";
+                    EXPECT_TRUE(want.size() >= 2 && want.front() == '"' && want.back() == '"')
+                        << name << " is text";
                     EXPECT_EQ('"' + got.text + '"', want) << name;
                 } else if (want == "stamped") {
                     EXPECT_NE(got.number, 0) << name;
@@ -178,7 +189,8 @@ TEST(Cases, EachCaseStoresWhatItStates)
                 const auto *got = reinterpret_cast<const unsigned char *>(image.get());
                 const auto *want = reinterpret_cast<const unsigned char *>(stated.get());
                 const auto differ = std::mismatch(got, got + sizeof(cfg_image_t), want).first - got;
-                EXPECT_EQ(differ, static_cast<std::ptrdiff_t>(sizeof(cfg_image_t))) << "other members changed, first at byte " << differ;
+                EXPECT_EQ(differ, static_cast<std::ptrdiff_t>(sizeof(cfg_image_t)))
+                    << "other members changed, first at byte " << differ;
             }
         }
     }

@@ -27,54 +27,78 @@ namespace {
 namespace fs = std::filesystem;
 
 // build/tests/cfgparser_tests -> build/cfgmsg
-fs::path tool() { return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "cfgmsg"; }
+fs::path tool()
+{
+    return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "cfgmsg";
+}
 
-fs::path source_dir() { return fs::path(__FILE__).parent_path().parent_path(); }
-fs::path example(const char *name) { return source_dir() / "examples" / name; }
+fs::path source_dir()
+{
+    return fs::path(__FILE__).parent_path().parent_path();
+}
+fs::path example(const char *name)
+{
+    return source_dir() / "examples" / name;
+}
 
-std::string slurp(const fs::path &file) {
+std::string slurp(const fs::path &file)
+{
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-struct result { int status = -1; std::string out; std::string err; };
+struct result {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
 
 class CfgmsgCli : public ::testing::Test {
 protected:
-    void SetUp() override {
-        if (!fs::exists(tool())) GTEST_SKIP() << "cfgmsg not built (CFGPARSER_BUILD_TOOLS off)";
+    void SetUp() override
+    {
+        if (!fs::exists(tool()))
+            GTEST_SKIP() << "cfgmsg not built (CFGPARSER_BUILD_TOOLS off)";
         char pattern[] = "/tmp/cfgmsg_cli_XXXXXX";
         ASSERT_NE(mkdtemp(pattern), nullptr);
         dir_ = pattern;
     }
-    void TearDown() override {
-        if (!dir_.empty()) fs::remove_all(dir_);
+    void TearDown() override
+    {
+        if (!dir_.empty())
+            fs::remove_all(dir_);
     }
 
-    fs::path file(const std::string &name, const std::string &bytes) const {
+    fs::path file(const std::string &name, const std::string &bytes) const
+    {
         const fs::path p = dir_ / name;
         std::ofstream(p, std::ios::binary) << bytes;
         return p;
     }
-    fs::path message(const std::string &name, std::string_view text) const {
+    fs::path message(const std::string &name, std::string_view text) const
+    {
         const std::vector<std::uint8_t> bytes = cfgmsg::message_from_text(text);
         return file(name, std::string(bytes.begin(), bytes.end()));
     }
 
     // Runs cfgmsg with `args` (after the shell commands `shell`, if any);
     // standard output and error go to files.
-    result run(const std::vector<std::string> &args, const std::string &shell = "") const {
+    result run(const std::vector<std::string> &args, const std::string &shell = "") const
+    {
         const fs::path out = dir_ / "stdout", err = dir_ / "stderr";
         std::vector<std::string> words;
-        if (!shell.empty()) words = {"/bin/sh", "-c", shell + "exec \"$@\"", "sh"};
+        if (!shell.empty())
+            words = {"/bin/sh", "-c", shell + "exec \"$@\"", "sh"};
 #ifdef CFGMSG_RUNNER
         // Cross-built: the tool runs under the emulator that runs these tests.
-        for (const char *word : {CFGMSG_RUNNER}) words.emplace_back(word);
+        for (const char *word : {CFGMSG_RUNNER})
+            words.emplace_back(word);
 #endif
         words.push_back(tool().string());
         words.insert(words.end(), args.begin(), args.end());
         std::vector<char *> argv;
-        for (std::string &w : words) argv.push_back(w.data());
+        for (std::string &w : words)
+            argv.push_back(w.data());
         argv.push_back(nullptr);
         posix_spawn_file_actions_t io;
         posix_spawn_file_actions_init(&io);
@@ -84,8 +108,8 @@ protected:
         result r;
         pid_t pid = -1;
         int status = 0;
-        if (posix_spawn(&pid, argv[0], &io, nullptr, argv.data(), environ) == 0 && waitpid(pid, &status, 0) == pid &&
-            WIFEXITED(status))
+        if (posix_spawn(&pid, argv[0], &io, nullptr, argv.data(), environ) == 0 &&
+            waitpid(pid, &status, 0) == pid && WIFEXITED(status))
             r.status = WEXITSTATUS(status);
         posix_spawn_file_actions_destroy(&io);
         r.out = slurp(out);
@@ -94,7 +118,8 @@ protected:
     }
 
     // The same with the words of `line` (no quoting: words without blanks).
-    result run_line(const std::string &line) const {
+    result run_line(const std::string &line) const
+    {
         std::istringstream words(line);
         return run({std::istream_iterator<std::string>(words), std::istream_iterator<std::string>()});
     }
@@ -103,9 +128,11 @@ protected:
 };
 
 // A header whose body length is `declared`, then `body`.
-std::string framed(std::uint32_t declared, const std::string &body) {
+std::string framed(std::uint32_t declared, const std::string &body)
+{
     std::string m(12, '\0');
-    for (int i = 0; i < 4; ++i) m[4 + i] = static_cast<char>(declared >> (8 * i));
+    for (int i = 0; i < 4; ++i)
+        m[4 + i] = static_cast<char>(declared >> (8 * i));
     return m + body;
 }
 
@@ -113,20 +140,33 @@ std::string framed(std::uint32_t declared, const std::string &body) {
 // absent node or param), 2 trouble (usage, unreadable or malformed input);
 // the decoder's own reasons are MsgText.ReportsMalformedWireWithOffset,
 // each kind of bad input BadInputOfEveryCommand.
-TEST_F(CfgmsgCli, ExitCodesAndMessages) {
+TEST_F(CfgmsgCli, ExitCodesAndMessages)
+{
     const std::string sample = example("sample.msg").string(), out = (dir_ / "out").string();
     const std::string trailing = file("trailing.msg", framed(1, "\x02xyz")).string();
     const std::string groups = file("groups.txt", "[config.VOIP.groups.group_0]\nports = 0,8\n").string();
-    struct row { std::vector<std::string> args; int status; std::string out, err; }; // out, err: parts of standard output, error
+    struct row {
+        std::vector<std::string> args;
+        int status;
+        std::string out, err;
+    }; // out, err: parts of standard output, error
     const std::vector<row> rows = {
-        {{}, 2, "", "missing command"}, {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
-        {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""}, {{"--version"}, 0, "cfgmsg 0.", ""},
+        {{}, 2, "", "missing command"},
+        {{"frobnicate"}, 2, "", "unknown command 'frobnicate'"},
+        {{"--help"}, 0, "  get FILE [PATH [PARAM]]", ""},
+        {{"--version"}, 0, "cfgmsg 0.", ""},
         {{"--version", "extra"}, 2, "", "--version takes nothing after it"},
         {{"encode", "-h"}, 0, "usage: cfgmsg encode [--json] FILE", ""},
         // The reader's own checks: an endless input, bytes past the body; the decoder's place in hex.
-        {{"decode", "/dev/zero"}, 2, "", "/dev/zero: malformed message at byte offset 4 (0x4): body length 0"},
+        {{"decode", "/dev/zero"},
+         2,
+         "",
+         "/dev/zero: malformed message at byte offset 4 (0x4): body length 0"},
         {{"decode", trailing}, 2, "", "byte offset 13 (0xd): the input goes on after the 1-byte body"},
-        {{"decode", example("sample.txt")}, 2, "", "sample.txt: this looks like the text form of a message, not a binary"},
+        {{"decode", example("sample.txt")},
+         2,
+         "",
+         "sample.txt: this looks like the text form of a message, not a binary"},
         {{"decode", sample, sample}, 2, "", "decode: expects one FILE"},
         {{"get", sample, "a", "b", "c"}, 2, "", "get: expects FILE [PATH [PARAM]]"},
         {{"diff", "-", "-"}, 2, "", "diff: '-' (standard input) given twice"},
@@ -138,35 +178,61 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
         {{"apply", sample, "--ports"}, 2, "", "option '--ports' needs a value"},
         {{"decode", "--ports", "8", sample}, 2, "", "decode: unknown option '--ports'"},
         {{"decode", "--json=yes", sample}, 2, "", "decode: option '--json' takes no value"},
-        {{"set", sample, "a.b=1"}, 2, "", "set: -o OUT or -i is required"}, {{"set", sample, "-o", "x"}, 2, "", "set: nothing to change"},
+        {{"set", sample, "a.b=1"}, 2, "", "set: -o OUT or -i is required"},
+        {{"set", sample, "-o", "x"}, 2, "", "set: nothing to change"},
         {{"set", sample, "-o", "", "a.b=1"}, 2, "", "set: -o '': the output file name is empty"},
         {{"set", sample, "-i", "-o", out, "a.b=1"}, 2, "", "give -o OUT or -i, not both"},
         {{"set", "-", "-i", "a.b=1"}, 2, "", "FILE must not be '-'"},
-        {{"set", sample, "-o", out, "a.b\nc.d=1"}, 2, "", "set: 'a.b\\nc.d=1': the path holds a line break (at character 4)"},
-        {{"set", sample, "-o", out, std::string(65536, 'p') + ".b=1"}, 2, "", "the path is longer than 65535 bytes"},
+        {{"set", sample, "-o", out, "a.b\nc.d=1"},
+         2,
+         "",
+         "set: 'a.b\\nc.d=1': the path holds a line break (at character 4)"},
+        {{"set", sample, "-o", out, std::string(65536, 'p') + ".b=1"},
+         2,
+         "",
+         "the path is longer than 65535 bytes"},
         {{"set", sample, "-o", out, "ab=1"}, 2, "", "set: 'ab=1' is not PATH.PARAM=VALUE"},
-        {{"set", sample, "-o", "x", "--format", "xml", "a.b=1"}, 2, "", "--format wants binary, text or json"},
+        {{"set", sample, "-o", "x", "--format", "xml", "a.b=1"},
+         2,
+         "",
+         "--format wants binary, text or json"},
         {{"set", sample, "-o", out, "--delete-node", "a.b"}, 1, "", sample + ": no node [a.b] to delete"},
         // Values checked with the key tables: a warning, or with --strict a refusal (nothing written).
-        {{"set", sample, "-o", out, "--strict", "config.VOIP.ports.port_1.category=300"}, 1, "", "port_1.category: stored as \"10\""},
+        {{"set", sample, "-o", out, "--strict", "config.VOIP.ports.port_1.category=300"},
+         1,
+         "",
+         "port_1.category: stored as \"10\""},
         {{"set", sample, "-o", out, "--strict", "config.VOIP.ports.port_1.nokey=3"}, 1, "", "no such key"},
-        {{"set", sample, "-o", "-", "--strict", "config.VOIP.ports.port_1.categoryX=3"}, 0, "", ""}, // longer than its key
-        {{"set", sample, "-o", "-", "config.VOIP.ports.port_1.category=300"}, 0, "", "warning: config.VOIP.ports.port_1.category"},
-        {{"set", sample, "-o", (dir_ / "no-dir" / "x.msg").string(), "a.b=1"}, 2, "", "cannot create a file in " + dir_.string()},
+        {{"set", sample, "-o", "-", "--strict", "config.VOIP.ports.port_1.categoryX=3"},
+         0,
+         "",
+         ""}, // longer than its key
+        {{"set", sample, "-o", "-", "config.VOIP.ports.port_1.category=300"},
+         0,
+         "",
+         "warning: config.VOIP.ports.port_1.category"},
+        {{"set", sample, "-o", (dir_ / "no-dir" / "x.msg").string(), "a.b=1"},
+         2,
+         "",
+         "cannot create a file in " + dir_.string()},
         {{"decode", sample}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
         {{"get", sample, "config.VOIP.h323", "password"}, 0, "s3cret\n", ""},
         {{"get", sample, "config.VOIP.h323"}, 0, "[config.VOIP.h323]\n    enableh323 = 1\n", ""},
         {{"get", sample}, 0, "config.VOIP.h323\nconfig.VOIP.range\n", ""},
         {{"get", file("bom.txt", "\xEF\xBB\xBF[a]\nx = 1\n").string()}, 0, "a\n", ""},
         {{"get", sample, "config.VOIP.h323", "nope"}, 1, "", "no param 'nope' in [config.VOIP.h323]"},
-        {{"diff", sample, sample}, 0, "", ""}, {{"diff", sample, example("full-config.msg")}, 1, "-    password = s3cret\n", ""},
-        {{"check", sample, example("full-config.msg")}, 0, "", ""}, {{"check", example("check-findings.txt")}, 1, "out of range", ""},
-        {{"schema", "config.VOIP.ports.port_72"}, 1, "", "no node path begins with"}, {{"schema", "a", "b"}, 2, "", "expects at most one PATH"},
+        {{"diff", sample, sample}, 0, "", ""},
+        {{"diff", sample, example("full-config.msg")}, 1, "-    password = s3cret\n", ""},
+        {{"check", sample, example("full-config.msg")}, 0, "", ""},
+        {{"check", example("check-findings.txt")}, 1, "out of range", ""},
+        {{"schema", "config.VOIP.ports.port_72"}, 1, "", "no node path begins with"},
+        {{"schema", "a", "b"}, 2, "", "expects at most one PATH"},
         {{"check"}, 2, "", "missing FILE"},
     };
     for (const row &r : rows) {
         std::string joined;
-        for (const std::string &a : r.args) joined += " " + a;
+        for (const std::string &a : r.args)
+            joined += " " + a;
         SCOPED_TRACE("cfgmsg" + joined.substr(0, 200));
         const result got = run(r.args);
         EXPECT_EQ(got.status, r.status) << got.err;
@@ -185,29 +251,44 @@ TEST_F(CfgmsgCli, ExitCodesAndMessages) {
 // Every command given each kind of bad input: one line on standard error
 // that starts with the file's name and names the place, exit 2 (1 for an
 // absent node or param), nothing on standard output, no output file.
-TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
-    struct kind { std::string name, bytes, place; };
+TEST_F(CfgmsgCli, BadInputOfEveryCommand)
+{
+    struct kind {
+        std::string name, bytes, place;
+    };
     const std::vector<kind> kinds = {
-        {"missing", "", ": cannot open: No such file"}, {"empty", "", ": empty file"},
-        {"truncated", framed(9, std::string("\x02\x03\x00" "abc\x00\x00", 8)), ": malformed message at byte offset"},
+        {"missing", "", ": cannot open: No such file"},
+        {"empty", "", ": empty file"},
+        {"truncated",
+         framed(9, std::string("\x02\x03\x00"
+                               "abc\x00\x00",
+                               8)),
+         ": malformed message at byte offset"},
         {"random", "\xb7\x9f!(\xe8\x97\x92\xca\xfe\x81\x92\xa0xyz", ": malformed message at byte offset 4"},
         {"bad-text", "[a]\nx = 1\nnot a param\n", ":3: expected '[path]'"},
         {"header-twice", "operation = 2\n\noperation = 3\n", ":3: operation given twice (first on line 1)"},
         {"bad-json", "{\"nodes\": [\n  {\"path\": 1}]}", ": bad JSON at /nodes/0/path: expected a string"},
         {"bad-syntax", "{\n\"nodes\": [}", ": bad JSON at line 2, column 11: syntax error"},
         {"nul-in-text", std::string("[a]\nx = 1\ny = 2\n\0", 17), ": a NUL byte at offset 16"},
-        {"no-node", "[a]\nx = 1\n", ": no "},  // get: no node [b]; set: no param y in [b]
+        {"no-node", "[a]\nx = 1\n", ": no "}, // get: no node [b]; set: no param y in [b]
         {"no-param", "[b]\nx = 1\n", ": no param 'y' in [b]"},
     };
     const std::string out = (dir_ / "out.msg").string();
     for (const kind &k : kinds) {
-        const std::string f = k.name == "missing" ? (dir_ / "missing").string() : file(k.name, k.bytes).string();
+        const std::string f =
+            k.name == "missing" ? (dir_ / "missing").string() : file(k.name, k.bytes).string();
         const bool binary = k.name == "truncated" || k.name == "random";
-        for (const std::vector<std::string> &args : std::vector<std::vector<std::string>>{
-                 {"decode", f}, {"encode", f}, {"apply", f}, {"diff", f, f}, {"check", "--json", f}, {"get", f, "b", "y"},
-                 {"set", f, "-o", out, "--unset", "b.y"}}) {
+        for (const std::vector<std::string> &args :
+             std::vector<std::vector<std::string>>{{"decode", f},
+                                                   {"encode", f},
+                                                   {"apply", f},
+                                                   {"diff", f, f},
+                                                   {"check", "--json", f},
+                                                   {"get", f, "b", "y"},
+                                                   {"set", f, "-o", out, "--unset", "b.y"}}) {
             const bool node_check = k.name == "no-node" || k.name == "no-param";
-            if (node_check && args[0] != "get" && args[0] != "set") continue;
+            if (node_check && args[0] != "get" && args[0] != "set")
+                continue;
             SCOPED_TRACE(args[0] + " " + k.name);
             const result got = run(args);
             EXPECT_EQ(got.status, node_check ? 1 : 2) << got.err;
@@ -215,9 +296,11 @@ TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
             EXPECT_FALSE(fs::exists(out));
             ASSERT_EQ(got.err.rfind("cfgmsg: " + f, 0), 0u) << got.err;
             EXPECT_EQ(std::count(got.err.begin(), got.err.end(), '\n'), 1) << got.err;
-            const bool other_form = (args[0] == "decode" && !binary && k.name != "empty" && k.name != "missing") ||
-                                    (args[0] == "encode" && binary);
-            EXPECT_NE(got.err.find(other_form ? ": this looks like " : k.place), std::string::npos) << got.err.substr(0, 200);
+            const bool other_form =
+                (args[0] == "decode" && !binary && k.name != "empty" && k.name != "missing") ||
+                (args[0] == "encode" && binary);
+            EXPECT_NE(got.err.find(other_form ? ": this looks like " : k.place), std::string::npos)
+                << got.err.substr(0, 200);
         }
     }
 }
@@ -226,12 +309,13 @@ TEST_F(CfgmsgCli, BadInputOfEveryCommand) {
 // keeping its owner, group and mode, a link writes the file it names, a
 // FIFO or a device is written through; no temporary file stays, not even
 // when a signal ends the run.
-TEST_F(CfgmsgCli, WritesEachKindOfFile) {
+TEST_F(CfgmsgCli, WritesEachKindOfFile)
+{
     const std::string sample = example("sample.msg").string(), edit = "config.VOIP.h323.enableh323=0";
     const std::string edited = run({"set", sample, "-o", "-", edit}).out;
     const fs::path reg = file("reg.msg", "old"), target = file("target.msg", "old"), fifo = dir_ / "fifo";
     ASSERT_EQ(chmod(reg.c_str(), 0640), 0);
-    const bool root = geteuid() == 0;  // then the file is another user's
+    const bool root = geteuid() == 0; // then the file is another user's
     ASSERT_TRUE(!root || chown(reg.c_str(), 4321, 4322) == 0);
     fs::create_symlink("target.msg", dir_ / "link.msg");
     fs::create_symlink("new.msg", dir_ / "dangling.msg");
@@ -241,13 +325,22 @@ TEST_F(CfgmsgCli, WritesEachKindOfFile) {
     // A device like /dev/null: as root a node of our own, so that a fault cannot replace the real one.
     fs::path dev = root ? dir_ / "null" : "/dev/null";
     const bool have_dev = (!root || mknod(dev.c_str(), S_IFCHR | 0666, makedev(1, 3)) == 0) &&
-                          close(open(dev.c_str(), O_WRONLY)) == 0;  // not on a nodev mount
+                          close(open(dev.c_str(), O_WRONLY)) == 0; // not on a nodev mount
     const int reader = open(fifo.c_str(), O_RDONLY | O_NONBLOCK);  // so that the writer's open returns
-    struct row { std::vector<std::string> out; int status; fs::path written; };
-    for (const row &r : std::vector<row>{
-             {{"-o", reg}, 0, reg}, {{"-o", dir_ / "link.msg"}, 0, target}, {{"-o", dir_ / "dangling.msg"}, 0, dir_ / "new.msg"},
-             {{"-o", have_dev ? dev : reg}, 0, ""}, {{"-o", fifo}, 0, ""}, {{"-o", dir_ / "sub"}, 2, ""},
-             {{"-o", dir_ / "sub" / "ro" / "x.msg"}, root ? 0 : 2, root ? dir_ / "sub" / "ro" / "x.msg" : ""}}) {
+    struct row {
+        std::vector<std::string> out;
+        int status;
+        fs::path written;
+    };
+    for (const row &r : std::vector<row>{{{"-o", reg}, 0, reg},
+                                         {{"-o", dir_ / "link.msg"}, 0, target},
+                                         {{"-o", dir_ / "dangling.msg"}, 0, dir_ / "new.msg"},
+                                         {{"-o", have_dev ? dev : reg}, 0, ""},
+                                         {{"-o", fifo}, 0, ""},
+                                         {{"-o", dir_ / "sub"}, 2, ""},
+                                         {{"-o", dir_ / "sub" / "ro" / "x.msg"},
+                                          root ? 0 : 2,
+                                          root ? dir_ / "sub" / "ro" / "x.msg" : ""}}) {
         SCOPED_TRACE(r.out.back());
         std::vector<std::string> args{"set", sample, edit};
         args.insert(args.end(), r.out.begin(), r.out.end());
@@ -258,8 +351,10 @@ TEST_F(CfgmsgCli, WritesEachKindOfFile) {
     struct stat st {};
     ASSERT_EQ(stat(reg.c_str(), &st), 0);
     EXPECT_EQ(st.st_mode & 07777, 0640u);
-    EXPECT_TRUE(!root || std::pair(st.st_uid, st.st_gid) == std::pair(4321u, 4322u)) << st.st_uid << ":" << st.st_gid;
-    EXPECT_TRUE(fs::is_symlink(dir_ / "link.msg") && (!have_dev || fs::is_character_file(dev)) && fs::is_fifo(fifo));
+    EXPECT_TRUE(!root || std::pair(st.st_uid, st.st_gid) == std::pair(4321u, 4322u))
+        << st.st_uid << ":" << st.st_gid;
+    EXPECT_TRUE(fs::is_symlink(dir_ / "link.msg") && (!have_dev || fs::is_character_file(dev)) &&
+                fs::is_fifo(fifo));
     std::string piped(edited.size() + 1, '\0');
     EXPECT_EQ(read(reader, piped.data(), piped.size()), static_cast<ssize_t>(edited.size()));
     close(reader);
@@ -268,7 +363,8 @@ TEST_F(CfgmsgCli, WritesEachKindOfFile) {
     ASSERT_EQ(run({"set", "-i", (dir_ / "link.msg").string(), "config.VOIP.h323.enableh323=7"}).status, 0);
     EXPECT_EQ(run({"get", target.string(), "config.VOIP.h323", "enableh323"}).out, "7\n");
     const std::string full = example("full-config.msg").string();
-    EXPECT_EQ(run({"set", full, "-o", target.string(), edit}, "ulimit -f 8; ").status, -1) << "killed by SIGXFSZ";
+    EXPECT_EQ(run({"set", full, "-o", target.string(), edit}, "ulimit -f 8; ").status, -1)
+        << "killed by SIGXFSZ";
     EXPECT_EQ(run({"get", target.string(), "config.VOIP.h323", "enableh323"}).out, "7\n");
     for (const auto &entry : fs::recursive_directory_iterator(dir_))
         EXPECT_NE(entry.path().filename().string()[0], '.') << "temporary file left: " << entry.path();
@@ -278,28 +374,44 @@ TEST_F(CfgmsgCli, WritesEachKindOfFile) {
 // Each secret param, in each form the tool prints, shows as ***: passwords,
 // keys, secrets, communities, and the password word of an SNMP user line
 // in every spacing the library reads (sscanf's white space).
-TEST_F(CfgmsgCli, RedactsEverySecretInEveryForm) {
-    const std::string secret = "Secret" + std::string(300, 'x');  // longer than any field: check reports it
+TEST_F(CfgmsgCli, RedactsEverySecretInEveryForm)
+{
+    const std::string secret = "Secret" + std::string(300, 'x'); // longer than any field: check reports it
     std::string text;
-    for (const auto &[path, name] :
-         {std::pair{"config.VOIP.h323", "password"}, {"config.VOIP.ports.port_1", "auth_pass"},
-          {"config.VOIP.groups.group_2", "password"}, {"config.VOIP.profile.profile_3.sip", "password"},
-          {"config.Network.network", "PPPOE_PASSWORD"}, {"config.Network.network", "PPTP_PASSWORD"},
-          {"config.Network.network", "RADIUS_SECRET"}, {"config.Network.network", "AUTOUPDATE_PASS"},
-          {"config.Network.snmp", "rocommunity"}, {"config.Network.snmp", "rwcommunity"},
-          {"config.Network.snmp", "trap_community"}, {"config.Network.IPSec", "PreshareKey"},
-          {"config.Network.TR069", "Password"}, {"config.Network.TR069", "ConnectionRequestPassword"}})
+    for (const auto &[path, name] : {std::pair{"config.VOIP.h323", "password"},
+                                     {"config.VOIP.ports.port_1", "auth_pass"},
+                                     {"config.VOIP.groups.group_2", "password"},
+                                     {"config.VOIP.profile.profile_3.sip", "password"},
+                                     {"config.Network.network", "PPPOE_PASSWORD"},
+                                     {"config.Network.network", "PPTP_PASSWORD"},
+                                     {"config.Network.network", "RADIUS_SECRET"},
+                                     {"config.Network.network", "AUTOUPDATE_PASS"},
+                                     {"config.Network.snmp", "rocommunity"},
+                                     {"config.Network.snmp", "rwcommunity"},
+                                     {"config.Network.snmp", "trap_community"},
+                                     {"config.Network.IPSec", "PreshareKey"},
+                                     {"config.Network.TR069", "Password"},
+                                     {"config.Network.TR069", "ConnectionRequestPassword"}})
         text += std::string("[") + path + "]\n" + name + " = " + secret + "\n";
     const std::string users[] = {"monitor\\tSecret-1\\tauthPriv", "\\x20monitor Secret-2 authPriv",
-                                 "monitor \\t Secret-3\\n authPriv\\x20", std::string(45, 'u') + " Secret-4 authPriv"};
-    for (const std::string &user : users) text += "[config.Network.snmp_users]\nuser_0 = " + user + "\n";
-    const std::string msg = file("secrets.txt", text).string(), none = file("none.txt", "operation = 2\n").string();
+                                 "monitor \\t Secret-3\\n authPriv\\x20",
+                                 std::string(45, 'u') + " Secret-4 authPriv"};
+    for (const std::string &user : users)
+        text += "[config.Network.snmp_users]\nuser_0 = " + user + "\n";
+    const std::string msg = file("secrets.txt", text).string(),
+                      none = file("none.txt", "operation = 2\n").string();
     ASSERT_NE(run({"check", msg}).out.find("Secret"), std::string::npos) << "check shows values unless told";
     std::vector<std::vector<std::string>> forms = {
-        {"decode", "--redact", message("secrets.msg", text).string()}, {"decode", "--json", "--redact", (dir_ / "secrets.msg").string()},
-        {"apply", "--redact", msg}, {"apply", "--json", "--redact", msg}, {"check", "--redact", msg},
-        {"check", "--json", "--redact", msg}, {"diff", "--redact", msg, none}, {"get", "--redact", msg, "config.Network.network"},
-        {"get", "--redact", msg, "config.Network.snmp_users", "user_0"}, {"get", "--redact", msg, "config.Network.TR069", "Password"},
+        {"decode", "--redact", message("secrets.msg", text).string()},
+        {"decode", "--json", "--redact", (dir_ / "secrets.msg").string()},
+        {"apply", "--redact", msg},
+        {"apply", "--json", "--redact", msg},
+        {"check", "--redact", msg},
+        {"check", "--json", "--redact", msg},
+        {"diff", "--redact", msg, none},
+        {"get", "--redact", msg, "config.Network.network"},
+        {"get", "--redact", msg, "config.Network.snmp_users", "user_0"},
+        {"get", "--redact", msg, "config.Network.TR069", "Password"},
         // set warns of a value cut to its field, refuses it with --strict, or a line break in it
         {"set", none, "-o", dir_ / "o", "config.VOIP.h323.password=" + secret},
         {"set", none, "-o", dir_ / "o", "--strict", "config.Network.snmp.rocommunity=" + secret},
@@ -308,20 +420,25 @@ TEST_F(CfgmsgCli, RedactsEverySecretInEveryForm) {
         SCOPED_TRACE(args[0] + " " + args[1]);
         const result got = run(args);
         EXPECT_EQ((got.out + got.err).find("Secret"), std::string::npos) << got.out << got.err;
-        EXPECT_NE((args[0] == "set" ? got.err : got.out).find(args[0] == "set" ? "cfgmsg: " : "***"), std::string::npos);
+        EXPECT_NE((args[0] == "set" ? got.err : got.out).find(args[0] == "set" ? "cfgmsg: " : "***"),
+                  std::string::npos);
     }
-    EXPECT_NE(run({"decode", "--redact", (dir_ / "secrets.msg").string()}).out.find("user_0 = monitor\\t***\\tauthPriv"),
-              std::string::npos) << "the user name and level stay";
+    EXPECT_NE(run({"decode", "--redact", (dir_ / "secrets.msg").string()})
+                  .out.find("user_0 = monitor\\t***\\tauthPriv"),
+              std::string::npos)
+        << "the user name and level stay";
 }
 
 // decode --json | encode gives back every example message byte for byte,
 // and apply takes binary, text and JSON alike (diff finds nothing).
-TEST_F(CfgmsgCli, JsonAndTextComeBackToTheSameMessage) {
+TEST_F(CfgmsgCli, JsonAndTextComeBackToTheSameMessage)
+{
     for (const auto &entry : fs::directory_iterator(source_dir() / "examples")) {
-        if (entry.path().extension() != ".msg") continue;
+        if (entry.path().extension() != ".msg")
+            continue;
         const std::string msg = entry.path().string();
         SCOPED_TRACE(msg);
-        const fs::path txt = fs::path(entry.path()).replace_extension(".txt");  // its text form
+        const fs::path txt = fs::path(entry.path()).replace_extension(".txt"); // its text form
         EXPECT_TRUE(!fs::exists(txt) || run({"encode", txt.string()}).out == slurp(msg));
         const fs::path decoded = file("decoded.json", run({"decode", "--json", msg}).out);
         const result enc = run({"encode", decoded.string()});
@@ -335,18 +452,22 @@ TEST_F(CfgmsgCli, JsonAndTextComeBackToTheSameMessage) {
 // text FILE; the output keeps the input's form (or takes --format), decodes
 // with its new body length, and may replace FILE; paths that get prints
 // with escapes are taken back.
-TEST_F(CfgmsgCli, SetEditsAMessage) {
-    const fs::path text = file("in.txt", "# gateway 7\nheader0 = 0x5\n[a]\n  x = 1\n  y = 2\n\n# the second x\nx = 3\n"
-                                         "[b]\nz = 4\n[a]\nw = 5\n[conf\\xf2g.x]\np = \\xf2\n");
+TEST_F(CfgmsgCli, SetEditsAMessage)
+{
+    const fs::path text =
+        file("in.txt", "# gateway 7\nheader0 = 0x5\n[a]\n  x = 1\n  y = 2\n\n# the second x\nx = 3\n"
+                       "[b]\nz = 4\n[a]\nw = 5\n[conf\\xf2g.x]\np = \\xf2\n");
     const fs::path out = dir_ / "out";
     const result got = run({"set", text.string(), "-o", out.string(), "a.x=9", "a.v=", "c.n=new value",
                             "--unset", "a.y", "--delete-node", "b", "--delete-node", "conf\\xf2g.x"});
     ASSERT_EQ(got.status, 0) << got.err;
-    EXPECT_EQ(slurp(out), "# gateway 7\nheader0 = 0x5\n[a]\n  x = 9\n\n# the second x\nx = 9\n[a]\nw = 5\nv =\n\n[c]\n"
-                          "    n = new value\n");
+    EXPECT_EQ(slurp(out),
+              "# gateway 7\nheader0 = 0x5\n[a]\n  x = 9\n\n# the second x\nx = 9\n[a]\nw = 5\nv =\n\n[c]\n"
+              "    n = new value\n");
     EXPECT_EQ(run({"get", text.string()}).out, "a\nb\nconf\\xf2g.x\n");
     EXPECT_EQ(run({"get", text.string(), "conf\\xf2g.x", "p"}).out, "\xf2\n");
-    EXPECT_NE(run({"set", text.string(), "-o", "-", "--format", "json", "a.x=1"}).err.find("is not UTF-8"), std::string::npos);
+    EXPECT_NE(run({"set", text.string(), "-o", "-", "--format", "json", "a.x=1"}).err.find("is not UTF-8"),
+              std::string::npos);
     for (const char *format : {"json", "binary"}) {
         ASSERT_EQ(run({"set", out.string(), "-o", out.string(), "--format", format, "a.w=6"}).status, 0);
         EXPECT_EQ(run({"get", out.string(), "a", "w"}).out, "6\n");
@@ -362,10 +483,13 @@ TEST_F(CfgmsgCli, SchemaSelectsNodesAndShowsEachRule)
     ASSERT_EQ(port.status, 0);
     EXPECT_EQ(port.out.find("port_def_"), std::string::npos) << "a concrete path selects its own node only";
     // Rows that guard a bound, a default, a writer's name and a text length.
-    for (const char *line : {"[config.VOIP.ports.port_{0..71}]", "category                     range          0..255, default 10; sent: yes",
-                             "pickup                       pickup groups  groups 0..31 separated by ',' or ';'; sent: as pickupgroup",
-                             "ct_number                    text           at most 50 characters; sent: no",
-                             "dt_detect_time               range          -2147483648..2147483647, default 5; sent: yes"})
+    for (const char *line :
+         {"[config.VOIP.ports.port_{0..71}]",
+          "category                     range          0..255, default 10; sent: yes",
+          "pickup                       pickup groups  groups 0..31 separated by ',' or ';'; sent: as "
+          "pickupgroup",
+          "ct_number                    text           at most 50 characters; sent: no",
+          "dt_detect_time               range          -2147483648..2147483647, default 5; sent: yes"})
         EXPECT_NE(port.out.find(line), std::string::npos) << line;
     const result prefix = run_line("schema config.VOIP.ports.port_");
     EXPECT_NE(prefix.out.find("port_def_{0..7}"), std::string::npos);
@@ -376,11 +500,13 @@ TEST_F(CfgmsgCli, SchemaSelectsNodesAndShowsEachRule)
     ASSERT_TRUE(nodes.is_array() && !nodes.empty());
     for (const auto &node : nodes)
         ASSERT_TRUE(node.contains("path") && !node["params"].empty()) << node.dump();
-    const auto tr069 = std::find_if(nodes.begin(), nodes.end(), [](const auto &n) { return n["path"] == "config.Network.TR069"; });
+    const auto tr069 = std::find_if(nodes.begin(), nodes.end(),
+                                    [](const auto &n) { return n["path"] == "config.Network.TR069"; });
     ASSERT_NE(tr069, nodes.end());
     const auto &params = (*tr069)["params"];
     EXPECT_EQ(std::tuple(params.front()["name"], params.back()["name"]), std::tuple("Enable", "NATAddress"));
-    EXPECT_EQ(params[10], nlohmann::json::parse(R"({"name": "STUNServerPort", "kind": "range", "min": 1, "max": 65535,
+    EXPECT_EQ(params[10],
+              nlohmann::json::parse(R"({"name": "STUNServerPort", "kind": "range", "min": 1, "max": 65535,
         "default": 3478, "rule": "1..65535, default 3478", "sent": true, "sent_by": ["save_acs"]})"));
 
     // The committed reference is the one the tables print.
@@ -406,21 +532,21 @@ TEST_F(CfgmsgCli, CheckReportsEachKindOfFinding)
     const std::string findings = example("check-findings.txt").string();
     const result r = run_line("check " + findings);
     EXPECT_EQ(r.status, 1);
-    for (const char *line : {
-             "port_3 category: sent \"300\", stored \"10\": out of range 0..255: default 10 used",
-             "port_3 gainr: sent \"loud\", stored \"0\": not a number: read as 0",
-             "port_3 dialing: sent (no value), stored \"DTMF\": no value: default DTMF used",
-             "(50 characters): cut", "port_3 no_such_param: sent \"1\": unknown key: ignored",
-             "TR069 STUNServerPort: sent \"0\", stored \"3478\": out of range 1..65535: default 3478 used",
-             "config.VOIP.no_such_node: unknown node: skipped"})
+    for (const char *line :
+         {"port_3 category: sent \"300\", stored \"10\": out of range 0..255: default 10 used",
+          "port_3 gainr: sent \"loud\", stored \"0\": not a number: read as 0",
+          "port_3 dialing: sent (no value), stored \"DTMF\": no value: default DTMF used",
+          "(50 characters): cut", "port_3 no_such_param: sent \"1\": unknown key: ignored",
+          "TR069 STUNServerPort: sent \"0\", stored \"3478\": out of range 1..65535: default 3478 used",
+          "config.VOIP.no_such_node: unknown node: skipped"})
         EXPECT_NE(r.out.find(line), std::string::npos) << line << "\n" << r.out;
     for (const char *as_sent : {"port_3 phone", "PeriodicInformInterval"})
         EXPECT_EQ(r.out.find(as_sent), std::string::npos) << as_sent;
     const auto json = nlohmann::json::parse(run_line("check --json " + findings).out);
     ASSERT_EQ(json.size(), static_cast<std::size_t>(std::count(r.out.begin(), r.out.end(), '\n')));
-    EXPECT_EQ(json[0], nlohmann::json::parse(R"({"file": ")" + findings + R"(", "path": "config.VOIP.ports.port_3",
+    EXPECT_EQ(json[0],
+              nlohmann::json::parse(R"({"file": ")" + findings + R"(", "path": "config.VOIP.ports.port_3",
         "param": "category", "sent": "300", "stored": "10", "reason": "out of range 0..255: default 10 used"})"));
-
 }
 
-}  // namespace
+} // namespace

@@ -23,14 +23,20 @@ TEST(Concurrency, EveryWaiterReleasedByTheParser)
 {
     std::string text;
     for (int i = 0; i < 200; ++i)
-        text += "[config.VOIP.h323]\n timetolive = " + std::to_string(i) + "\n password = p" + std::to_string(i) +
-                "\n[config.VOIP.range]\n tcpportmin = " + std::to_string(2000 + i) + "\n[config.VOIP.unknown]\n a = 1\n";
+        text += "[config.VOIP.h323]\n timetolive = " + std::to_string(i) + "\n password = p" +
+                std::to_string(i) + "\n[config.VOIP.range]\n tcpportmin = " + std::to_string(2000 + i) +
+                "\n[config.VOIP.unknown]\n a = 1\n";
     const std::vector<uint8_t> message = cfgmsg::message_from_text(text);
     auto image = support::fresh_image();
     cfg_image_t *im = image.get();
-    struct list { uint32_t *start; int32_t (*wait)(cfg_image_t *); };
-    const list lists[] = {{&im->hosts.start, update_host_conf}, {&im->routes.start, update_route_conf},
-                          {&im->limits.start, update_limits_conf}, {&im->firewall.start, update_firewall_conf}};
+    struct list {
+        uint32_t *start;
+        int32_t (*wait)(cfg_image_t *);
+    };
+    const list lists[] = {{&im->hosts.start, update_host_conf},
+                          {&im->routes.start, update_route_conf},
+                          {&im->limits.start, update_limits_conf},
+                          {&im->firewall.start, update_firewall_conf}};
     std::atomic<int> waiting{static_cast<int>(std::size(lists))};
     std::atomic<int> not_settled{0};
     std::atomic<int> bad_reads{0};
@@ -86,7 +92,8 @@ TEST(Waits, RecountWakesEveryPausedThread)
     for (std::thread &t : paused)
         t.join();
     EXPECT_EQ(woken.load(), 4);
-    EXPECT_LT(std::chrono::steady_clock::now() - t0, std::chrono::milliseconds(500)) << "released by the time-out";
+    EXPECT_LT(std::chrono::steady_clock::now() - t0, std::chrono::milliseconds(500))
+        << "released by the time-out";
 }
 
 } // namespace

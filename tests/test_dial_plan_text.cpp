@@ -10,25 +10,46 @@
 
 namespace {
 
-struct mask3 { uint32_t w[3]; bool operator==(const mask3 &) const = default; };
+struct mask3 {
+    uint32_t w[3];
+    bool operator==(const mask3 &) const = default;
+};
 
 constexpr uint32_t all = 0xFFFFFFFFu;
 
 TEST(DialPlanText, MaskTexts)
 {
     const mask3 untouched{{0x12345678, 0x9abcdef0, 0x0f0f0f0f}};
-    struct row { const char *text; uint32_t max_ports; int result; mask3 mask; }; // mask: expected (untouched when refused)
+    struct row {
+        const char *text;
+        uint32_t max_ports;
+        int result;
+        mask3 mask;
+    }; // mask: expected (untouched when refused)
     const std::vector<row> rows = {
-        {"+", 8, 0, {{0, 0, 0}}}, {"-", 8, 0, {{all, all, all}}}, {"+1,3,", 8, 0, {{0xA, 0, 0}}},
-        {"+0-3,7", 8, 0, {{0x8F, 0, 0}}}, {"-2", 8, 0, {{~4u, all, all}}},
+        {"+", 8, 0, {{0, 0, 0}}},
+        {"-", 8, 0, {{all, all, all}}},
+        {"+1,3,", 8, 0, {{0xA, 0, 0}}},
+        {"+0-3,7", 8, 0, {{0x8F, 0, 0}}},
+        {"-2", 8, 0, {{~4u, all, all}}},
         {"+ 1, 2", 8, 0, {{0x6, 0, 0}}}, // strtol skips white space
-        {"+2-2", 8, 0, {{0x4, 0, 0}}}, {"+64-71,95", 96, 0, {{0, 0, 0x800000FF}}},
+        {"+2-2", 8, 0, {{0x4, 0, 0}}},
+        {"+64-71,95", 96, 0, {{0, 0, 0x800000FF}}},
         {"+95", 200, 0, {{0, 0, 0x80000000}}},
-        {"3", 8, 0, {{0, 0, 0}}}, /* no sign: cleared */ {"", 8, 0, {{0, 0, 0}}}, {"+3-1", 8, -1, untouched},
-        {"+8", 8, -1, untouched}, {"+1-8", 8, -1, untouched},
-        {"+96", 200, -1, untouched}, {"+0-96", 200, -1, untouched}, // never past the 96 positions
-        {"+-1", 8, -1, untouched}, {"+1,,2", 8, -1, untouched}, {"+1 2", 8, -1, untouched}, {"+1-", 8, -1, untouched},
-        {"+x", 8, -1, untouched}, {"+1;2", 8, -1, untouched}, {"+99999999999999999999", 8, -1, untouched},
+        {"3", 8, 0, {{0, 0, 0}}},
+        /* no sign: cleared */ {"", 8, 0, {{0, 0, 0}}},
+        {"+3-1", 8, -1, untouched},
+        {"+8", 8, -1, untouched},
+        {"+1-8", 8, -1, untouched},
+        {"+96", 200, -1, untouched},
+        {"+0-96", 200, -1, untouched}, // never past the 96 positions
+        {"+-1", 8, -1, untouched},
+        {"+1,,2", 8, -1, untouched},
+        {"+1 2", 8, -1, untouched},
+        {"+1-", 8, -1, untouched},
+        {"+x", 8, -1, untouched},
+        {"+1;2", 8, -1, untouched},
+        {"+99999999999999999999", 8, -1, untouched},
         {"+0", 0, -1, untouched}, // no ports: no position is valid
     };
     for (const row &r : rows) {
@@ -41,17 +62,28 @@ TEST(DialPlanText, MaskTexts)
 
 TEST(DialPlanText, MaskToText)
 {
-    struct row { mask3 mask; uint32_t type; uint32_t max_ports; const char *text; };
+    struct row {
+        mask3 mask;
+        uint32_t type;
+        uint32_t max_ports;
+        const char *text;
+    };
     const std::vector<row> rows = {
-        {{{0xFF, 0, 0}}, 4, 8, "-"}, {{{0, 0, 0}}, 4, 8, "+"}, {{{0x21, 0, 0}}, 4, 8, "+0,5"},
+        {{{0xFF, 0, 0}}, 4, 8, "-"},
+        {{{0, 0, 0}}, 4, 8, "+"},
+        {{{0x21, 0, 0}}, 4, 8, "+0,5"},
         {{{0xBF, 0, 0}}, 4, 8, "-6"},
         {{{0x0F, 0, 0}}, 4, 8, "-4,5,6,7"}, // as many set as clear: the clear ones
-        {{{0x0F, 0, 0}}, 4, 16, "+0,1,2,3"}, {{{0x0F, 0, 0}}, 4, 0, "-"}, // no positions
+        {{{0x0F, 0, 0}}, 4, 16, "+0,1,2,3"},
+        {{{0x0F, 0, 0}}, 4, 0, "-"},           // no positions
         {{{0xFFFFFF00, all, all}}, 4, 8, "+"}, // positions past max_ports are not read
         // pickup rules read 32 positions whatever max_ports is
-        {{{0xFF, 0, 0}}, 6, 8, "+0,1,2,3,4,5,6,7"}, {{{all, 0, 0}}, 6, 72, "-"}, {{{0x7FFFFFFF, 0, 0}}, 6, 4, "-31"},
+        {{{0xFF, 0, 0}}, 6, 8, "+0,1,2,3,4,5,6,7"},
+        {{{all, 0, 0}}, 6, 72, "-"},
+        {{{0x7FFFFFFF, 0, 0}}, 6, 4, "-31"},
         // never more than 96 positions
-        {{{all, all, all}}, 4, 200, "-"}, {{{0, 0, 0x80000000}}, 4, 96, "+95"},
+        {{{all, all, all}}, 4, 200, "-"},
+        {{{0, 0, 0x80000000}}, 4, 96, "+95"},
     };
     for (const row &r : rows) {
         char out[CFG_MASK_TEXT_SIZE];

@@ -30,21 +30,33 @@ std::string numbers_text(int count, int port)
 TEST(GroupPortsText, AcceptedAndRefusedTexts)
 {
     // ports for a refusal: the untouched 5,6; report: level-1 report, "" for none.
-    struct row { std::string text; uint32_t max_ports; int result; std::vector<uint32_t> ports; const char *report; };
+    struct row {
+        std::string text;
+        uint32_t max_ports;
+        int result;
+        std::vector<uint32_t> ports;
+        const char *report;
+    };
     const std::vector<row> rows = {
-        {"0,3,7", 8, 0, {0, 3, 7}, ""}, {"", 8, 0, {}, ""}, {" 1,+2", 8, 0, {1, 2}, ""},
-        {"0,8", 8, -1, {5, 6}, "ARG error!!! s = 8  max_ports = 8"}, {"-1", 8, -1, {5, 6}, "ARG error!!! s = -1  max_ports = 8"},
+        {"0,3,7", 8, 0, {0, 3, 7}, ""},
+        {"", 8, 0, {}, ""},
+        {" 1,+2", 8, 0, {1, 2}, ""},
+        {"0,8", 8, -1, {5, 6}, "ARG error!!! s = 8  max_ports = 8"},
+        {"-1", 8, -1, {5, 6}, "ARG error!!! s = -1  max_ports = 8"},
         // Out-of-range numbers are reported held at the int limits, whatever
         // the width of long.
         {"4294967297", 8, -1, {5, 6}, "ARG error!!! s = 2147483647  max_ports = 8"},
         {"1,-4294967297", 8, -1, {5, 6}, "ARG error!!! s = -2147483648  max_ports = 8"},
         {"99999999999999999999", 8, -1, {5, 6}, "ARG error!!! s = 2147483647  max_ports = 8"},
         {"0;3", 8, -1, {5, 6}, "cfgpars_group_ports_string_to_t: Syntax error"},
-        {"0 ,3", 8, -1, {5, 6}, "Syntax error"}, {"1,,2", 8, -1, {5, 6}, ""},
-        {numbers_text(72, 71), 72, 0, std::vector<uint32_t>(72, 71), ""}, {numbers_text(73, 1), 72, -1, {5, 6}, ""},
+        {"0 ,3", 8, -1, {5, 6}, "Syntax error"},
+        {"1,,2", 8, -1, {5, 6}, ""},
+        {numbers_text(72, 71), 72, 0, std::vector<uint32_t>(72, 71), ""},
+        {numbers_text(73, 1), 72, -1, {5, 6}, ""},
         // An application announcing more ports than the 72 records: the
         // bound stays at 72.
-        {"0,71", 200, 0, {0, 71}, ""}, {"72", 73, -1, {5, 6}, "ARG error!!! s = 72  max_ports = 73"},
+        {"0,71", 200, 0, {0, 71}, ""},
+        {"72", 73, -1, {5, 6}, "ARG error!!! s = 72  max_ports = 73"},
         {"0,150", 200, -1, {5, 6}, "ARG error!!! s = 150  max_ports = 200"},
         {"199", 200, -1, {5, 6}, "ARG error!!! s = 199  max_ports = 200"},
     };
@@ -52,8 +64,9 @@ TEST(GroupPortsText, AcceptedAndRefusedTexts)
         auto image = fresh_image(r.max_ports);
         group_cfg_t g{};
         std::tie(g.port_list[0], g.port_list[1], g.port_count) = std::tuple(5u, 6u, 2u);
-        const std::string out = support::stdout_of(
-            [&] { EXPECT_EQ(cfgpars_group_ports_string_to_t(&g, r.text.c_str(), image.get()), r.result) << r.text; });
+        const std::string out = support::stdout_of([&] {
+            EXPECT_EQ(cfgpars_group_ports_string_to_t(&g, r.text.c_str(), image.get()), r.result) << r.text;
+        });
         EXPECT_EQ(ports_of(g), r.ports) << r.text;
         if (*r.report == '\0')
             EXPECT_EQ(out, "") << r.text;
@@ -64,9 +77,15 @@ TEST(GroupPortsText, AcceptedAndRefusedTexts)
 
 TEST(GroupPortsText, ToText)
 {
-    struct row { std::vector<uint32_t> ports; uint32_t count; std::string text; };
+    struct row {
+        std::vector<uint32_t> ports;
+        uint32_t count;
+        std::string text;
+    };
     const std::vector<row> rows = {
-        {{1, 2, 10}, 3, "1,2,10"}, {{}, 0, ""}, {{1, 2, 10}, 2, "1,2"},
+        {{1, 2, 10}, 3, "1,2,10"},
+        {{}, 0, ""},
+        {{1, 2, 10}, 2, "1,2"},
         // A damaged record: 72 ten-digit numbers and a count past the list
         // end give a text cut after the last whole number that fits.
         {std::vector<uint32_t>(72, 4000000000u), 500, "-294967296"},
@@ -87,7 +106,6 @@ TEST(GroupPortsText, ToText)
     }
 }
 
-
 group_cfg_t sample_group(const char *name, std::vector<uint32_t> ports, bool fxo)
 {
     group_cfg_t g{}; // zero-filled, padding included: the round trip compares whole records
@@ -104,9 +122,12 @@ group_cfg_t sample_group(const char *name, std::vector<uint32_t> ports, bool fxo
 
 TEST(GroupsWriter, RenumbersPadsAndRoundTrips)
 {
-    const std::vector<std::string> subscriber_names = {"phone", "name", "password", "ports", "type", "timeout", "busy", "enabled", "sip_port", "profile_id"};
-    const std::vector<std::string> line_names = {"phone", "name", "password", "ports", "type", "busy", "enabled", "sip_port",
-                                                 "dont_transmit_prefix", "transmit_number", "fxo_call_busy", "profile_id"};
+    const std::vector<std::string> subscriber_names = {
+        "phone", "name", "password", "ports", "type", "timeout", "busy", "enabled", "sip_port", "profile_id"};
+    const std::vector<std::string> line_names = {"phone",           "name",          "password",
+                                                 "ports",           "type",          "busy",
+                                                 "enabled",         "sip_port",      "dont_transmit_prefix",
+                                                 "transmit_number", "fxo_call_busy", "profile_id"};
     for (const bool fxo : {false, true}) {
         const std::string kind = fxo ? "config.VOIP.groups.fxo_group_" : "config.VOIP.groups.group_";
         groups_cfg_t list{};
@@ -116,8 +137,9 @@ TEST(GroupsWriter, RenumbersPadsAndRoundTrips)
         ASSERT_EQ(out.message.nodes.size(), 32u);
         for (std::size_t k = 0; k < 32; ++k) {
             EXPECT_EQ(out.node(k).path, kind + std::to_string(k));
-            EXPECT_EQ(support::names(out.node(k)),
-                      k >= 2 ? std::vector<std::string>{} : fxo ? line_names : subscriber_names);
+            EXPECT_EQ(support::names(out.node(k)), k >= 2 ? std::vector<std::string>{}
+                                                   : fxo  ? line_names
+                                                          : subscriber_names);
         }
         EXPECT_EQ(support::value(out.node(0), "name"), "two");
         EXPECT_EQ(support::value(out.node(0), "ports"), "1,2,10");
@@ -141,7 +163,8 @@ TEST(GroupsList, MarkerClearedByMessageEnd)
         auto image = fresh_image();
         groups_cfg_t &list = fxo ? image->fxo_groups : image->groups;
         list.start = CFG_LIST_UPDATING;
-        parse(*image, fxo ? "[config.VOIP.groups.fxo_group_0]\n phone = 1\n" : "[config.VOIP.groups.group_0]\n phone = 1\n");
+        parse(*image, fxo ? "[config.VOIP.groups.fxo_group_0]\n phone = 1\n"
+                          : "[config.VOIP.groups.group_0]\n phone = 1\n");
         EXPECT_EQ(list.start, 1u);
         EXPECT_EQ(update_groups_config(image.get(), fxo), 0);
     }

@@ -44,9 +44,12 @@ std::string param_name(const node_kind &, const key &k, unsigned entry)
         return name;
     switch (k.entry) {
     case entry_form::after_key:
-    case entry_form::digits_after_last_underscore: return name + n; // "prio3", "mod_rule_3"
-    case entry_form::rule_then_key: return "vtu" + n + "." + name;
-    default: return name + "_" + n;
+    case entry_form::digits_after_last_underscore:
+        return name + n; // "prio3", "mod_rule_3"
+    case entry_form::rule_then_key:
+        return "vtu" + n + "." + name;
+    default:
+        return name + "_" + n;
     }
 }
 
@@ -185,7 +188,8 @@ TEST(KeyTables, AValueChangesOnlyItsMember)
         const std::size_t own_mask = k.at.width == 0 ? 0 : ((std::size_t{1} << k.at.width) - 1) << k.at.bit;
         for (std::size_t i = 0; i < record_size(at); ++i) {
             const bool own = i >= from && i < from + k.at.size;
-            const auto mine = static_cast<uint8_t>(own ? (k.at.width == 0 ? 0xff : own_mask >> (8 * (i - from))) : 0);
+            const auto mine =
+                static_cast<uint8_t>(own ? (k.at.width == 0 ? 0xff : own_mask >> (8 * (i - from))) : 0);
             if ((got[i] & ~mine & 0xff) == (was[i] & ~mine & 0xff))
                 continue;
             if (i % 4 == 0 && i + 4 <= record_size(at) && is_stamp(got + i)) {
@@ -206,14 +210,20 @@ TEST(KeyTables, AValueChangesOnlyItsMember)
 std::optional<std::string> telling_value(const key &k, std::size_t row)
 {
     switch (k.how) {
-    case kind::text: return ("t" + std::to_string(row)).substr(0, k.at.size - 1u);
-    case kind::checkbox: return "1";
+    case kind::text:
+        return ("t" + std::to_string(row)).substr(0, k.at.size - 1u);
+    case kind::checkbox:
+        return "1";
     case kind::range:
-    case kind::urange: return std::to_string(k.max != k.def ? k.max : k.min);
+    case kind::urange:
+        return std::to_string(k.max != k.def ? k.max : k.min);
     case kind::number:
-    case kind::integer: return "42";
-    case kind::hex: return "0x2a";
-    case kind::special: return std::nullopt;
+    case kind::integer:
+        return "42";
+    case kind::hex:
+        return "0x2a";
+    case kind::special:
+        return std::nullopt;
     }
     return std::nullopt;
 }
@@ -254,8 +264,9 @@ TEST(KeyTables, WritersSendTheirRowsBackToTheSameMembers)
                 auto second = support::fresh_image();
                 all_parser(second.get(), out.as_message().data());
                 for (const key &k : nk.keys->rows) {
-                    if (k.out == cfg::keys::sent::none || k.out == cfg::keys::sent::own_format || k.count != 0 ||
-                        k.how == kind::special || names.count(std::string(k.wire_name())) == 0)
+                    if (k.out == cfg::keys::sent::none || k.out == cfg::keys::sent::own_format ||
+                        k.count != 0 || k.how == kind::special ||
+                        names.count(std::string(k.wire_name())) == 0)
                         continue;
                     if (k.how == kind::text)
                         EXPECT_EQ(stored_text(*second, at, k), stored_text(*first, at, k)) << k.name;

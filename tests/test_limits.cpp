@@ -15,9 +15,15 @@ namespace {
 using support::fresh_image;
 using support::parse;
 
-struct limit_entry { int index; const char *target; int32_t value; int32_t not_proxy; };
+struct limit_entry {
+    int index;
+    const char *target;
+    int32_t value;
+    int32_t not_proxy;
+};
 
-limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, uint32_t current, uint32_t ceiling)
+limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, uint32_t current,
+                      uint32_t ceiling)
 {
     limit_cfg_t l{};
     for (const limit_entry &e : entries) {
@@ -34,12 +40,20 @@ limit_cfg_t limits_of(const std::vector<limit_entry> &entries, uint32_t start, u
 TEST(LimitsWriter, CompactionCeilingAndPadding)
 {
     const std::vector<limit_entry> three = {{1, "gw1", 5, 1}, {4, "[proxy]tail", 3, 0}, {9, "gw9", 7, 1}};
-    struct row { const char *what; limit_cfg_t limits; support::values_t values; }; // values: limit_0, limit_1, ... in order
+    struct row {
+        const char *what;
+        limit_cfg_t limits;
+        support::values_t values;
+    }; // values: limit_0, limit_1, ... in order
     const std::vector<row> rows = {
         {"all below ceiling", limits_of(three, 3, 3, 100), {"gw1 5", "[proxy] 3", "gw9 7"}},
         {"ceiling 0 writes no entry", limits_of(three, 3, 3, 0), {std::nullopt, std::nullopt, std::nullopt}},
-        {"value equal to ceiling is skipped", limits_of(three, 3, 3, 7), {"gw1 5", "[proxy] 3", std::nullopt}},
-        {"start 4 current 2", limits_of(three, 4, 2, 100), {"gw1 5", "[proxy] 3", std::nullopt, std::nullopt}},
+        {"value equal to ceiling is skipped",
+         limits_of(three, 3, 3, 7),
+         {"gw1 5", "[proxy] 3", std::nullopt}},
+        {"start 4 current 2",
+         limits_of(three, 4, 2, 100),
+         {"gw1 5", "[proxy] 3", std::nullopt, std::nullopt}},
         {"proxy entry without target", limits_of({{0, "", 2, 0}}, 1, 1, 100), {"[proxy] 2"}},
         {"empty entry", limits_of({{0, "", 2, 1}, {3, "x", 2, 1}}, 1, 1, 100), {"x 2"}},
         {"marker in start", limits_of(three, CFG_LIST_UPDATING, 3, 100),
@@ -55,7 +69,8 @@ TEST(LimitsWriter, CompactionCeilingAndPadding)
 
 TEST(LimitsWriter, RoundTrip)
 {
-    const limit_cfg_t sent = limits_of({{3, "gw3", 5, 1}, {8, "[proxy]", 2, 0}, {29, "gw29", 1, 1}}, 3, 3, 1000);
+    const limit_cfg_t sent =
+        limits_of({{3, "gw3", 5, 1}, {8, "[proxy]", 2, 0}, {29, "gw29", 1, 1}}, 3, 3, 1000);
     const auto out = support::write([&](uint8_t **c) { return save_limits(c, &sent); });
     auto image = fresh_image();
     image->limits = limits_of({{5, "stale", 4, 1}}, 0, 0, 0);
@@ -64,7 +79,8 @@ TEST(LimitsWriter, RoundTrip)
     const std::vector<limit_entry> expected = {{0, "gw3", 5, 1}, {1, "[proxy]", 2, 0}, {2, "gw29", 1, 1}};
     for (const limit_entry &e : expected)
         EXPECT_EQ(std::make_tuple(std::string(l.target[e.index]), l.value[e.index], l.not_proxy[e.index]),
-                  std::make_tuple(std::string(e.target), e.value, e.not_proxy)) << e.index;
+                  std::make_tuple(std::string(e.target), e.value, e.not_proxy))
+            << e.index;
     EXPECT_STREQ(l.target[5], "stale"); // beyond the announced count: not touched
     EXPECT_EQ(l.current, 4u);
 }

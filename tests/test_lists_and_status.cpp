@@ -51,10 +51,15 @@ TEST(Recount, CountsFilledEntriesAndClearsMarkers)
     recalculate_start_and_current_after_timeout(&im);
     EXPECT_TRUE(support::lock_is_free());
 
-    struct row { const char *list; uint32_t start, current, expected; } rows[] = {
-        {"routes", im.routes.start, im.routes.current, 3},     {"groups", im.groups.start, im.groups.current, 1},
+    struct row {
+        const char *list;
+        uint32_t start, current, expected;
+    } rows[] = {
+        {"routes", im.routes.start, im.routes.current, 3},
+        {"groups", im.groups.start, im.groups.current, 1},
         {"fxo groups", im.fxo_groups.start, im.fxo_groups.current, 2},
-        {"hosts", im.hosts.start, im.hosts.current, 1},       {"limits", im.limits.start, im.limits.current, 1},
+        {"hosts", im.hosts.start, im.hosts.current, 1},
+        {"limits", im.limits.start, im.limits.current, 1},
         {"mac filter", im.mac_filter.start, im.mac_filter.current, 1},
         {"dial plan 6", im.dialplans[6].start, im.dialplans[6].current, 1},
         {"dial plan 0", im.dialplans[0].start, im.dialplans[0].current, 0},
@@ -72,22 +77,30 @@ TEST(Recount, CountsFilledEntriesAndClearsMarkers)
 }
 
 // Each wait function with the marker that it watches.
-struct wait_case { const char *name; int32_t (*wait)(cfg_image_t *); void (*mark)(cfg_image_t &, bool in_progress); };
+struct wait_case {
+    const char *name;
+    int32_t (*wait)(cfg_image_t *);
+    void (*mark)(cfg_image_t &, bool in_progress);
+};
 
 const wait_case wait_cases[] = {
-    {"limits", update_limits_conf, [](cfg_image_t &im, bool on) { im.limits.start = on ? CFG_LIST_UPDATING : 0; }},
+    {"limits", update_limits_conf,
+     [](cfg_image_t &im, bool on) { im.limits.start = on ? CFG_LIST_UPDATING : 0; }},
     {"dialplan 259 = profile 3", [](cfg_image_t *im) { return update_dialplan_conf(im, 259); },
      [](cfg_image_t &im, bool on) { im.dialplans[3].start = on ? CFG_LIST_UPDATING : 4; }},
-    {"hosts", update_host_conf, [](cfg_image_t &im, bool on) { im.hosts.start = on ? CFG_LIST_UPDATING : 1; }},
+    {"hosts", update_host_conf,
+     [](cfg_image_t &im, bool on) { im.hosts.start = on ? CFG_LIST_UPDATING : 1; }},
     {"macs", update_mac_conf, [](cfg_image_t &im, bool on) { im.mac_filter.start = on ? 255 : 254; }},
-    {"routes", update_route_conf, [](cfg_image_t &im, bool on) { im.routes.start = on ? CFG_LIST_UPDATING : 65534; }},
+    {"routes", update_route_conf,
+     [](cfg_image_t &im, bool on) { im.routes.start = on ? CFG_LIST_UPDATING : 65534; }},
     {"groups", [](cfg_image_t *im) { return update_groups_config(im, 0); },
      [](cfg_image_t &im, bool on) { im.groups.start = on ? CFG_LIST_UPDATING : 0; }},
     {"fxo groups (selector 7)", [](cfg_image_t *im) { return update_groups_config(im, 7); },
      [](cfg_image_t &im, bool on) { im.fxo_groups.start = on ? CFG_LIST_UPDATING : 0; }},
     {"modifier 15", [](cfg_image_t *im) { return update_mod_rules_conf(im, 15); },
      [](cfg_image_t &im, bool on) { im.modifiers[15].count = on ? CFG_LIST_UPDATING : 3; }},
-    {"firewall", update_firewall_conf, [](cfg_image_t &im, bool on) { im.firewall.start = on ? CFG_LIST_UPDATING : 0; }},
+    {"firewall", update_firewall_conf,
+     [](cfg_image_t &im, bool on) { im.firewall.start = on ? CFG_LIST_UPDATING : 0; }},
 };
 
 // A settled marker returns at once; a set one waits until any normal parse ends.
@@ -177,7 +190,9 @@ TEST(StatusParsers, FxsStatisticsChecksThePort)
         std::vector<uint8_t> m = status_message(15 + 671);
         put32(m, 19, port);
         const std::string printed = support::stdout_of([&] { fxs_statistics_parser(image.get(), m.data()); });
-        EXPECT_NE(printed.find("FXS STATISTICS " + std::to_string(static_cast<int>(port) - 1) + " PORT\r\n"), std::string::npos) << printed;
+        EXPECT_NE(printed.find("FXS STATISTICS " + std::to_string(static_cast<int>(port) - 1) + " PORT\r\n"),
+                  std::string::npos)
+            << printed;
         auto want = fresh_image();
         if (port >= 1 && port <= 72) {
             std::memcpy(want->fxs_statistics[port - 1], m.data() + 15, 671);
@@ -197,15 +212,27 @@ std::vector<uint8_t> monitoring(uint32_t kind, uint32_t number, std::size_t bloc
 
 TEST(StatusParsers, MonitoringKindsAndRanges)
 {
-    struct row { uint32_t kind, number; std::size_t offset, size, image_offset; }; // image_offset 0: stored nowhere
+    struct row {
+        uint32_t kind, number;
+        std::size_t offset, size, image_offset;
+    }; // image_offset 0: stored nowhere
     const std::size_t t4 = offsetof(cfg_image_t, mon_t4), t8 = offsetof(cfg_image_t, mon_t8);
     const std::size_t t10 = offsetof(cfg_image_t, mon_t10), t11 = offsetof(cfg_image_t, mon_t11);
     const std::size_t t6 = offsetof(cfg_image_t, mon_t6), t3 = offsetof(cfg_image_t, fxs_statistics);
     const row rows[] = {
-        {4, 72, 19, 148, t4 + 71 * 148}, {4, 1, 19, 148, t4}, {4, 0, 19, 148, 0}, {4, 73, 19, 148, 0},
-        {10, 64, 19, 148, t10 + 63 * 148}, {10, 0, 19, 148, 0}, {10, 65, 19, 148, 0},
-        {8, 2, 19, 56, t8 + 56}, {11, 3, 19, 80, t11 + 2 * 80}, {6, 999, 19, 112, t6},
-        {3, 5, 23, 671, t3 + 4 * 671}, {2, 1, 19, 0, 0}, {12, 1, 19, 0, 0},
+        {4, 72, 19, 148, t4 + 71 * 148},
+        {4, 1, 19, 148, t4},
+        {4, 0, 19, 148, 0},
+        {4, 73, 19, 148, 0},
+        {10, 64, 19, 148, t10 + 63 * 148},
+        {10, 0, 19, 148, 0},
+        {10, 65, 19, 148, 0},
+        {8, 2, 19, 56, t8 + 56},
+        {11, 3, 19, 80, t11 + 2 * 80},
+        {6, 999, 19, 112, t6},
+        {3, 5, 23, 671, t3 + 4 * 671},
+        {2, 1, 19, 0, 0},
+        {12, 1, 19, 0, 0},
     };
     for (const row &r : rows) {
         auto image = fresh_image();
@@ -214,7 +241,8 @@ TEST(StatusParsers, MonitoringKindsAndRanges)
         const auto *got = reinterpret_cast<const uint8_t *>(image.get());
         auto empty = fresh_image();
         EXPECT_EQ(r.image_offset != 0 ? std::memcmp(got + r.image_offset, m.data() + r.offset, r.size)
-                                      : std::memcmp(image.get(), empty.get(), sizeof(cfg_image_t)), 0)
+                                      : std::memcmp(image.get(), empty.get(), sizeof(cfg_image_t)),
+                  0)
             << "kind " << r.kind << " number " << r.number;
     }
     auto image = fresh_image();

@@ -24,7 +24,10 @@ bytes with_text(std::initializer_list<uint8_t> head, std::string_view text,
     return out;
 }
 
-struct built { bytes data; uint32_t returned; };
+struct built {
+    bytes data;
+    uint32_t returned;
+};
 
 template <typename Build>
 built run(Build build, uint32_t running = 0)
@@ -41,7 +44,11 @@ built run(Build build, uint32_t running = 0)
 
 TEST(Builders, WriteExactBytesAndCounts)
 {
-    struct row { const char *what; built got; bytes expected; };
+    struct row {
+        const char *what;
+        built got;
+        bytes expected;
+    };
     const row rows[] = {
         {"node head", BUILD(setUInt16ValueInMsg(c, "config.VOIP.h323", 14, r)),
          with_text({0x10, 0x00}, "config.VOIP.h323", {0x0E, 0x00})},
@@ -54,18 +61,28 @@ TEST(Builders, WriteExactBytesAndCounts)
          with_text({0x01, 0x00, 'v', 0x0A, 0x00}, "4294967295")},
         {"empty string is two quotes", BUILD(setStringValueInMsg(c, "s", "", r)),
          with_text({0x01, 0x00, 's', 0x02, 0x00}, "\"\"")},
-        {"string", BUILD(setStringValueInMsg(c, "s", "abc", r)), with_text({0x01, 0x00, 's', 0x03, 0x00}, "abc")},
-        {"empty builder writes length 0", BUILD(setEmptyStringValueInMsg(c, "s", r)), bytes{0x01, 0x00, 's', 0x00, 0x00}},
+        {"string", BUILD(setStringValueInMsg(c, "s", "abc", r)),
+         with_text({0x01, 0x00, 's', 0x03, 0x00}, "abc")},
+        {"empty builder writes length 0", BUILD(setEmptyStringValueInMsg(c, "s", r)),
+         bytes{0x01, 0x00, 's', 0x00, 0x00}},
     };
     for (const row &r : rows) {
         EXPECT_EQ(r.got.data, r.expected) << r.what;
         EXPECT_EQ(r.got.returned, r.expected.size()) << r.what;
     }
     // The running count is chained from the caller's value.
-    EXPECT_EQ(run([](uint8_t **c, uint32_t r) { return setUIntValueInMsg(c, "v", 7, r); }, 100).returned, 106u);
+    EXPECT_EQ(run([](uint8_t **c, uint32_t r) { return setUIntValueInMsg(c, "v", 7, r); }, 100).returned,
+              106u);
 }
 
-struct read_result { int result; std::string name; bool has_value; std::string value; uint32_t remaining; std::ptrdiff_t consumed; };
+struct read_result {
+    int result;
+    std::string name;
+    bool has_value;
+    std::string value;
+    uint32_t remaining;
+    std::ptrdiff_t consumed;
+};
 
 read_result read_one(const bytes &data, uint32_t remaining, int quotes_mean_empty)
 {
@@ -90,13 +107,21 @@ TEST(FindParams, ValuesAndQuotes)
     const bytes quotes = with_text({0x01, 0x00, 'a', 0x02, 0x00}, "\"\"");
     const bytes nothing = {0x01, 0x00, 'a', 0x00, 0x00};
     const bytes quoted_letter = with_text({0x01, 0x00, 'a', 0x03, 0x00}, "\"x\"");
-    struct row { const bytes *data; int flag; bool has_value; std::string value; } rows[] = {
-        {&quotes, 1, false, ""}, {&quotes, 0, true, "\"\""}, {&nothing, 1, false, ""}, {&nothing, 0, false, ""},
-        {&quoted_letter, 1, true, "\"x\""}};
+    struct row {
+        const bytes *data;
+        int flag;
+        bool has_value;
+        std::string value;
+    } rows[] = {{&quotes, 1, false, ""},
+                {&quotes, 0, true, "\"\""},
+                {&nothing, 1, false, ""},
+                {&nothing, 0, false, ""},
+                {&quoted_letter, 1, true, "\"x\""}};
     for (const row &r : rows) {
         const read_result got = read_one(*r.data, static_cast<uint32_t>(r.data->size()) + 5, r.flag);
         EXPECT_EQ(std::tie(got.result, got.name, got.has_value, got.value, got.remaining, got.consumed),
-                  std::make_tuple(0, std::string("a"), r.has_value, r.value, 5u, static_cast<std::ptrdiff_t>(r.data->size())))
+                  std::make_tuple(0, std::string("a"), r.has_value, r.value, 5u,
+                                  static_cast<std::ptrdiff_t>(r.data->size())))
             << r.value;
     }
 }
@@ -138,7 +163,8 @@ TEST(GetToken, CopiesAndTerminates)
 // key phone, "ph\0one" is no key.
 TEST(FindParams, NulByteEndsTheName)
 {
-    for (const auto &[name, stored] : {std::pair{std::string("phone\0x", 7), "7"}, {std::string("ph\0one", 6), ""}}) {
+    for (const auto &[name, stored] :
+         {std::pair{std::string("phone\0x", 7), "7"}, {std::string("ph\0one", 6), ""}}) {
         cfgmsg::message m;
         m.nodes.push_back({"config.VOIP.ports.port_1", {{name, std::string("7")}}});
         auto image = support::fresh_image();

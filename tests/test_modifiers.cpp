@@ -16,7 +16,10 @@ namespace {
 using support::fresh_image;
 using support::parse;
 
-struct words { std::string w1, w2, w3; bool operator==(const words &) const = default; };
+struct words {
+    std::string w1, w2, w3;
+    bool operator==(const words &) const = default;
+};
 
 void PrintTo(const words &w, std::ostream *os)
 {
@@ -41,7 +44,9 @@ TEST(ModifiersWriter, CompactionAndPadding)
     fill(m.rules[1], "r1", "x", "y");
     fill(m.rules[5], "r5", "x", "y");
     const std::vector<std::pair<uint16_t, support::values_t>> rows = {
-        {2, {"r1 x y", "r5 x y"}}, {4, {"r1 x y", "r5 x y", std::nullopt, std::nullopt}}, {0, {}},
+        {2, {"r1 x y", "r5 x y"}},
+        {4, {"r1 x y", "r5 x y", std::nullopt, std::nullopt}},
+        {0, {}},
         {CFG_LIST_UPDATING, support::padded({"r1 x y", "r5 x y"}, CFG_MODIFIER_RULES)},
     };
     for (const auto &[count, values] : rows) {
@@ -69,7 +74,8 @@ TEST(ModifiersWriter, DamagedWordsStayInBoundsAndRoundTrip)
     auto image = fresh_image();
     support::parse_back(*image, out);
     const modifier_cfg_t &back = image->modifiers[3];
-    EXPECT_EQ(words_of(back.rules[0]), (words{std::string(50, 'a'), std::string(29, 'b'), std::string(30, 'c')}));
+    EXPECT_EQ(words_of(back.rules[0]),
+              (words{std::string(50, 'a'), std::string(29, 'b'), std::string(30, 'c')}));
     EXPECT_EQ(words_of(back.rules[1]), (words{"9", "+7", "-"}));
     EXPECT_EQ(back.count, 2);
 }

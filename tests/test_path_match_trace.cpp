@@ -17,7 +17,8 @@ namespace {
 std::vector<std::string> match(const char *pattern, const char *subject)
 {
     char **table = nullptr;
-    const int32_t n = pcre_preg_match(pattern, subject, subject ? static_cast<int>(std::strlen(subject)) : 0, &table);
+    const int32_t n =
+        pcre_preg_match(pattern, subject, subject ? static_cast<int>(std::strlen(subject)) : 0, &table);
     std::vector<std::string> out;
     for (int32_t i = 0; i < n; ++i)
         out.emplace_back(table[i]);
@@ -33,7 +34,8 @@ TEST(PathMatch, CapturesAndMisses)
     const char *cadence = "^config\\.VOIP\\.profile\\.profile_(\\d+)\\.sip_cadences\\.sip_cadence_(\\d+)$";
     const char *sip = "^config\\.VOIP\\.profile\\.profile_\\d+\\.sip$";
     const std::tuple<const char *, const char *, std::vector<std::string>> rows[] = {
-        {cadence, "config.VOIP.profile.profile_2.sip_cadences.sip_cadence_15",
+        {cadence,
+         "config.VOIP.profile.profile_2.sip_cadences.sip_cadence_15",
          {"config.VOIP.profile.profile_2.sip_cadences.sip_cadence_15", "2", "15"}},
         {cadence, "config.VOIP.profile.profile_2.sip_cadences.sip_cadence_", {}},
         {sip, "config.VOIP.profile.profile_3.sip", {"config.VOIP.profile.profile_3.sip"}},
@@ -41,8 +43,9 @@ TEST(PathMatch, CapturesAndMisses)
         {sip, "config.VOIP.profile.profile_3.sip\n", {"config.VOIP.profile.profile_3.sip"}},
         // Substrings that trim to empty are skipped and the rest shift down.
         {"^( *)(a)$", "  a", {"a", "a"}},
-        {"(", "anything", {}},    // does not compile: no match
-        {nullptr, "x", {}}, {"x", nullptr, {}},
+        {"(", "anything", {}}, // does not compile: no match
+        {nullptr, "x", {}},
+        {"x", nullptr, {}},
     };
     for (const auto &[pattern, subject, expected] : rows)
         EXPECT_EQ(match(pattern, subject), expected) << (subject ? subject : "(null)");
@@ -58,7 +61,7 @@ TEST(PathMatch, TrimAndFreeTable)
     EXPECT_EQ(trim(nullptr), nullptr);
     free_table(nullptr, 3); // nothing to free, must not fault
     char **table = static_cast<char **>(std::malloc(2 * sizeof(char *)));
-    free_table(table, 0);   // count 0 frees nothing
+    free_table(table, 0); // count 0 frees nothing
     std::free(table);
 }
 
@@ -93,7 +96,12 @@ TEST(Trace, LineLayout)
 
 TEST(Trace, OnlyErrorsArePrinted)
 {
-    EXPECT_EQ(support::stdout_of([] { cfg_trace(4, "debug %d", 1); cfg_trace(3, "info"); cfg_trace(0, "other"); }), "");
+    EXPECT_EQ(support::stdout_of([] {
+                  cfg_trace(4, "debug %d", 1);
+                  cfg_trace(3, "info");
+                  cfg_trace(0, "other");
+              }),
+              "");
     const std::string out = support::stdout_of([] { cfg_trace(1, "broken %s\n", "100%"); });
     EXPECT_NE(out.find("  [CFGPARSE-ERR ]  broken 100%\r\n"), std::string::npos) << out;
     EXPECT_EQ(out.find('\n'), out.size() - 1);
@@ -101,9 +109,21 @@ TEST(Trace, OnlyErrorsArePrinted)
 
 TEST(Converters, Checkbox)
 {
-    for (const auto &[value, expected] : std::vector<std::pair<const char *, int32_t>>{
-             {nullptr, 0}, {"", 0}, {"0", 0}, {"n", 0}, {"Y", 0}, {"no", 0}, {"off", 0}, {"true", 0},
-             {"1", 1}, {"5", 1}, {"-3", 1}, {"y", 1}, {"yes", 1}, {"7abc", 1}, {" 2", 1}})
+    for (const auto &[value, expected] : std::vector<std::pair<const char *, int32_t>>{{nullptr, 0},
+                                                                                       {"", 0},
+                                                                                       {"0", 0},
+                                                                                       {"n", 0},
+                                                                                       {"Y", 0},
+                                                                                       {"no", 0},
+                                                                                       {"off", 0},
+                                                                                       {"true", 0},
+                                                                                       {"1", 1},
+                                                                                       {"5", 1},
+                                                                                       {"-3", 1},
+                                                                                       {"y", 1},
+                                                                                       {"yes", 1},
+                                                                                       {"7abc", 1},
+                                                                                       {" 2", 1}})
         EXPECT_EQ(get_checkbox(value), expected) << (value ? value : "(null)");
 }
 

@@ -53,8 +53,13 @@ TEST(PortWriters, PickupTextIsTheSameInBothWriters)
         all_groups += (g == 0 ? "" : ",") + std::to_string(g);
     ASSERT_EQ(all_groups.size(), 85u);
 
-    const struct { uint32_t groups; std::string text; } rows[] = {
-        {0, "\"\""}, {1u | (1u << 31), "0,31"}, {(1u << 1) | (1u << 5) | (1u << 31), "1,5,31"},
+    const struct {
+        uint32_t groups;
+        std::string text;
+    } rows[] = {
+        {0, "\"\""},
+        {1u | (1u << 31), "0,31"},
+        {(1u << 1) | (1u << 5) | (1u << 31), "1,5,31"},
         {0xFFFFFFFFu, all_groups},
     };
     for (const auto &r : rows) {
@@ -84,8 +89,13 @@ TEST(PortWriters, OnePortListAndValueForms)
     const auto out = write([&](uint8_t **c) { return one_port_to_file(c, 0, &port); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
     EXPECT_EQ(out.node().path, "config.VOIP.ports.port_0");
-    const struct { const char *name, *text; } values[] = {
-        {"modifier", "-1"}, {"gaint", "-170"}, {"dt_detect_time", "4294967294"}, {"phone", "\"\""},
+    const struct {
+        const char *name, *text;
+    } values[] = {
+        {"modifier", "-1"},
+        {"gaint", "-170"},
+        {"dt_detect_time", "4294967294"},
+        {"phone", "\"\""},
         {"disconnect_tone_detect", "\"\""},
     };
     for (const auto &v : values)

@@ -48,12 +48,13 @@ TEST(RoundTrip, EverySampleAtSeveralPortCounts)
 // then a rule after it (exception 5).
 TEST(RoundTrip, ExceptionsParamByParam)
 {
-    for (const char *text : {"[config.VOIP.profile.profile_6.sip]\n mode = 1\n",
-                             "[config.VOIP.profile.profile_2.dialplan]\n dialplan_0 = 2 4 0 sip d y\"x 0 0 0 + 0\n",
-                             "[config.VOIP.profile.profile_4.dialplan]\n dialplan_0 = 2XXX 4 0 sip\n",
-                             "[config.VOIP.profile.profile_3.dialplan]\n dialplan_1 = 8X 11 0 sip \"proxy\" \"8\" 1 0 0 + 0\n"
-                             " dialplan_1 = 9X 12 0 soxy \"8\" 1 0 0 + 0\n dialplan_2 = 7X 3 0 h323 x \"\" 0 0 0 + 0\n",
-                             "[config.Switch.vtu]\n vtu1.vid =\n vtu1.port0 = 2\n vtu4.sfp1 = 3\n"})
+    for (const char *text :
+         {"[config.VOIP.profile.profile_6.sip]\n mode = 1\n",
+          "[config.VOIP.profile.profile_2.dialplan]\n dialplan_0 = 2 4 0 sip d y\"x 0 0 0 + 0\n",
+          "[config.VOIP.profile.profile_4.dialplan]\n dialplan_0 = 2XXX 4 0 sip\n",
+          "[config.VOIP.profile.profile_3.dialplan]\n dialplan_1 = 8X 11 0 sip \"proxy\" \"8\" 1 0 0 + 0\n"
+          " dialplan_1 = 9X 12 0 soxy \"8\" 1 0 0 + 0\n dialplan_2 = 7X 3 0 h323 x \"\" 0 0 0 + 0\n",
+          "[config.Switch.vtu]\n vtu1.vid =\n vtu1.port0 = 2\n vtu4.sfp1 = 3\n"})
         EXPECT_EQ(roundtrip::check(cfgmsg::message_from_text(text).data()), "") << text;
 }
 

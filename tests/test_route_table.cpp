@@ -32,8 +32,9 @@ const route *route_of_path(const std::string &path)
 
 std::vector<uint8_t> full_sample()
 {
-    std::ifstream in(std::filesystem::path(__FILE__).parent_path().parent_path() / "examples" / "full-config.msg",
-                    std::ios::binary);
+    std::ifstream in(std::filesystem::path(__FILE__).parent_path().parent_path() / "examples" /
+                         "full-config.msg",
+                     std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
@@ -120,7 +121,8 @@ TEST(RouteTable, RulesOfTheirOwnAsTheReferenceStatesThem)
         for (const auto &family : bench::writer_families())
             for (const auto &call : family.calls)
                 if (std::string(call.name) == r.writer)
-                    for (const auto &node : support::write([&](uint8_t **c) { return call.write(c, *image); }).message.nodes)
+                    for (const auto &node :
+                         support::write([&](uint8_t **c) { return call.write(c, *image); }).message.nodes)
                         if (node.path == r.sent_path && !sent)
                             sent = support::value(node, r.sent_name);
         EXPECT_EQ(sent, std::optional<std::string>(r.expected));
@@ -134,7 +136,8 @@ TEST(CheckAgrees, WithTheLibraryOnTheSamplesAndOnValuesStoredOtherwise)
     EXPECT_EQ(check_agrees::check(full_sample(), CFG_MAX_PORTS), "");
     EXPECT_EQ(check_agrees::check(full_sample(), 1), "");
     for (const char *text : {
-             "[config.VOIP.ports.port_3x]\ncategory = 300\ngainr = loud\n[config.VOIP.ports.port_3]\ngaint = 5\n",
+             "[config.VOIP.ports.port_3x]\ncategory = 300\ngainr = loud\n[config.VOIP.ports.port_3]\ngaint = "
+             "5\n",
              "[config.VOIP.h323]\ntimetolive = -1\nkeepalivetime = 7x\n[config.VOIP.no_such]\na = 1\n",
              "[config.VOIP.profile.profile_9.sip]\ntimer = 0\n[config.VOIP.h323]\ntimetolive = 5\n",
              "[config.VOIP.profile.profile_0.codecs]\nt38_datagram = 300\ng711pte = 25\n",

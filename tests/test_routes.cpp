@@ -34,15 +34,17 @@ TEST(Routes, WriterCompactsPadsAndRoundTrips)
     auto image = fresh_image();
     set_route(image->routes.route[5], "10.0.0.0", "255.0.0.0", "192.168.1.1", "eth1");
     set_route(image->routes.route[40], "10.1.0.0", "255.255.0.0", "192.168.1.2", "");
-    set_route(image->routes.route[60], "10.2.0.0", "", "192.168.1.3", "x");   // not filled
+    set_route(image->routes.route[60], "10.2.0.0", "", "192.168.1.3", "x"); // not filled
     set_route(image->routes.route[99], "10.3.0.0", "255.255.0.0", "192.168.1.4", "");
     image->routes.current = 3;
     image->routes.start = 6;
     const auto out = support::write([&](uint8_t **c) { return sendRoutesToCfgMngr(c, &image->routes); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
-    support::expect_numbered(out.node(), "config.Network.routes", "route_",
-                             support::padded({"10.0.0.0 255.0.0.0 192.168.1.1 .eth1", "10.1.0.0 255.255.0.0 192.168.1.2",
-                                              "10.3.0.0 255.255.0.0 192.168.1.4"}, 6));
+    support::expect_numbered(
+        out.node(), "config.Network.routes", "route_",
+        support::padded({"10.0.0.0 255.0.0.0 192.168.1.1 .eth1", "10.1.0.0 255.255.0.0 192.168.1.2",
+                         "10.3.0.0 255.255.0.0 192.168.1.4"},
+                        6));
     // Round trip: the routes come back renumbered from 0, the empty params clear the rest.
     auto back = fresh_image();
     set_route(back->routes.route[3], "9.9.9.9", "9.9.9.9", "9.9.9.9", "stale");

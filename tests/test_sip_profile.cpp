@@ -48,7 +48,9 @@ TEST(SipProfileWriter, ParamListsByMode)
         const auto names = support::names(out.node());
         EXPECT_EQ(std::count(names.begin(), names.end(), "regrar_4"), mode > 0 ? 1 : 0) << "mode " << mode;
         // An all-zero record: the words of code 0, empty texts as "".
-        for (auto [name, text] : {std::pair{"dtmfmime", "dtmfr"}, {"hfmime", "hookf"}, {"no_replaces", "1"},
+        for (auto [name, text] : {std::pair{"dtmfmime", "dtmfr"},
+                                  {"hfmime", "hookf"},
+                                  {"no_replaces", "1"},
                                   {"conference_serv_name", "\"\""}})
             EXPECT_EQ(support::value(out.node(), name), text) << name;
     }
@@ -58,14 +60,20 @@ TEST(SipProfileWriter, ParamListsByMode)
 // trip covers codes 2 (dtmfmime) and 3 (hfmime).
 TEST(SipProfileWriter, ValuesWrittenBack)
 {
-    const struct { std::string input; const char *name, *written; } rows[] = {
-        {"hfmime = broadsoft", "hfmime", "broadsoft"}, {"hfmime = dtmf", "hfmime", "dtmf"},
-        {"dtmfmime = dtmf", "dtmfmime", "dtmf"}, {"conference_serv_name = conf", "conference_serv_name", "conf"},
+    const struct {
+        std::string input;
+        const char *name, *written;
+    } rows[] = {
+        {"hfmime = broadsoft", "hfmime", "broadsoft"},
+        {"hfmime = dtmf", "hfmime", "dtmf"},
+        {"dtmfmime = dtmf", "dtmfmime", "dtmf"},
+        {"conference_serv_name = conf", "conference_serv_name", "conf"},
     };
     for (const auto &r : rows) {
         auto image = fresh_image();
         parse(*image, sip_node(4, r.input));
-        const auto out = support::write([&](uint8_t **c) { return profile_sip_save(c, 4, &image->profiles[4]); });
+        const auto out =
+            support::write([&](uint8_t **c) { return profile_sip_save(c, 4, &image->profiles[4]); });
         ASSERT_EQ(out.message.nodes.size(), 1u);
         EXPECT_EQ(support::value(out.node(), r.name), r.written) << r.input;
     }

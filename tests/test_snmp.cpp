@@ -17,15 +17,22 @@ using support::parse;
 
 TEST(Snmp, TrapTypeAndWriter)
 {
-    const struct { const char *param; uint32_t stored; const char *written; } rows[] = {
-        {"trap_type = v2", 2, "v2"}, {"trap_type = V2", 1, "v1"}, {"trap_type = v2c", 1, "v1"}, {"trap_type =", 1, "v1"},
-        {"trap_type = \"\"", 1, "v1"}};
+    const struct {
+        const char *param;
+        uint32_t stored;
+        const char *written;
+    } rows[] = {{"trap_type = v2", 2, "v2"},
+                {"trap_type = V2", 1, "v1"},
+                {"trap_type = v2c", 1, "v1"},
+                {"trap_type =", 1, "v1"},
+                {"trap_type = \"\"", 1, "v1"}};
     for (const auto &r : rows) {
         auto image = fresh_image();
         image->snmp.trap_type = 7;
         parse(*image, std::string("[config.Network.snmp]\n") + r.param + "\n");
         EXPECT_EQ(image->snmp.trap_type, r.stored) << r.param;
-        const auto out = support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
+        const auto out =
+            support::write([&](uint8_t **c) { return snmp_save(c, &image->snmp, &image->network); });
         EXPECT_EQ(support::value(out.node(1), "trap_type"), r.written) << r.param;
     }
 }

@@ -29,8 +29,9 @@ void fill(switch_cfg_t &sw)
     sw.hubmode = 1;
     for (int i = 0; i < CFG_VTU_RULES; ++i) {
         const int32_t n = i * 10;
-        sw.vtu[i] = vtu_rule_t{static_cast<uint32_t>(i % 2), n, n + 1, n + 2, n + 3, n + 4, n + 5, 0, n + 6,
-                               i % 2, i == 1 ? 0 : 1000 + n};
+        sw.vtu[i] =
+            vtu_rule_t{static_cast<uint32_t>(i % 2), n, n + 1, n + 2, n + 3, n + 4, n + 5, 0, n + 6, i % 2,
+                       i == 1 ? 0 : 1000 + n};
     }
     sw.ieee_pri = 0xFAC688;
     sw.diffserv_remap003C_mask = 0;
@@ -88,7 +89,8 @@ TEST(SwitchConfig, NodesAreTheSingleWritersNodesAndRoundTrip)
         if (r.valid == 0)
             r = vtu_rule_t{};
     EXPECT_EQ(std::memcmp(&back->switch_cfg, &expected, sizeof expected), 0);
-    EXPECT_EQ(std::make_tuple(back->vlan_updated != 0, back->qos_updated != 0, back->vtu_updated != 0), std::make_tuple(true, true, true));
+    EXPECT_EQ(std::make_tuple(back->vlan_updated != 0, back->qos_updated != 0, back->vtu_updated != 0),
+              std::make_tuple(true, true, true));
     EXPECT_TRUE(support::lock_is_free());
 }
 

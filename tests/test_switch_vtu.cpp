@@ -56,7 +56,8 @@ TEST(SwitchVtu, InsertWritesTheRuleUnsignedAndParsesBack)
     const vtu_rule_t rule{0, 1, 2, 3, 4, 5, 6, 99, -1, 2147483647, 100};
     const auto out = write([&](uint8_t **c) { return ins_rule_in_vtu(c, 12, &rule); });
     ASSERT_EQ(out.message.nodes.size(), 1u);
-    EXPECT_EQ(out.node().params, rule_params(12, {"100", "2147483647", "4294967295", "1", "2", "3", "4", "5", "6"}));
+    EXPECT_EQ(out.node().params,
+              rule_params(12, {"100", "2147483647", "4294967295", "1", "2", "3", "4", "5", "6"}));
 
     auto image = fresh_image();
     support::parse_back(*image, out);

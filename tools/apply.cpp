@@ -10,13 +10,18 @@
 
 namespace cfgmsg {
 
-void image_free::operator()(cfg_image_t *image) const noexcept { std::free(image); }
+void image_free::operator()(cfg_image_t *image) const noexcept
+{
+    std::free(image);
+}
 
-image_ptr fresh_image(std::uint32_t max_ports) {
+image_ptr fresh_image(std::uint32_t max_ports)
+{
     // calloc: the image is 600 kB of plain records, zero-filled like the
     // application's static one.
     image_ptr image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
-    if (!image) throw std::bad_alloc();
+    if (!image)
+        throw std::bad_alloc();
     image->max_ports = max_ports;
     // The limits writer leaves out limits at or above `ceiling`, which only
     // the application sets; the tool shows every limit.
@@ -24,7 +29,8 @@ image_ptr fresh_image(std::uint32_t max_ports) {
     return image;
 }
 
-void apply_message(cfg_image_t &image, std::span<const std::uint8_t> bytes) {
+void apply_message(cfg_image_t &image, std::span<const std::uint8_t> bytes)
+{
     all_parser(&image, bytes.data());
 }
 
@@ -38,18 +44,20 @@ struct writer_output {
     std::vector<std::uint8_t> buffer = std::vector<std::uint8_t>(std::size_t{4} << 20);
     std::uint8_t *cursor = nullptr;
     message gathered;
-    std::map<std::string, std::size_t, std::less<>> node_at;  // path -> index in gathered.nodes
-    std::vector<std::set<std::pair<std::string, std::optional<std::string>>>> seen;  // per node
-    std::string error;  // first writer fault
+    std::map<std::string, std::size_t, std::less<>> node_at; // path -> index in gathered.nodes
+    std::vector<std::set<std::pair<std::string, std::optional<std::string>>>> seen; // per node
+    std::string error;                                                              // first writer fault
 };
 
 // The cursor the next writer starts from: the start of the buffer.
-std::uint8_t **start(writer_output &out) {
+std::uint8_t **start(writer_output &out)
+{
     out.cursor = out.buffer.data();
     return &out.cursor;
 }
 
-void gather(writer_output &out, const message &body) {
+void gather(writer_output &out, const message &body)
+{
     for (const node &nd : body.nodes) {
         auto [it, added] = out.node_at.try_emplace(nd.path, out.gathered.nodes.size());
         if (added) {
@@ -59,15 +67,18 @@ void gather(writer_output &out, const message &body) {
         node &into = out.gathered.nodes[it->second];
         auto &seen = out.seen[it->second];
         for (const param &p : nd.params)
-            if (seen.emplace(p.name, p.value).second) into.params.push_back(p);
+            if (seen.emplace(p.name, p.value).second)
+                into.params.push_back(p);
     }
 }
 
 // Checks the frame of what one writer returned and gathers its nodes: the
 // result counts the operation byte through the terminating 0 byte, which is
 // written but not stepped over.
-void take(writer_output &out, int returned, const char *writer) {
-    if (!out.error.empty()) return;
+void take(writer_output &out, int returned, const char *writer)
+{
+    if (!out.error.empty())
+        return;
     const auto stepped = static_cast<std::size_t>(out.cursor - out.buffer.data());
     char what[160];
     if (returned < 2 || static_cast<std::size_t>(returned) != stepped + 1) {
@@ -92,7 +103,8 @@ void take(writer_output &out, int returned, const char *writer) {
 
 // Every section writer that the tool prints, in this order; the ONE list.
 // A section whose writer arrives later is one more line here.
-void run_writers(const cfg_image_t &im, writer_output &out) {
+void run_writers(const cfg_image_t &im, writer_output &out)
+{
     // VoIP globals.
     take(out, h323_save(start(out), &im.h323), "h323_save");
     take(out, RANGE_save(start(out), &im.h323), "RANGE_save");
@@ -152,9 +164,10 @@ void run_writers(const cfg_image_t &im, writer_output &out) {
     take(out, switch_config_save(start(out), &im.switch_cfg), "switch_config_save");
 }
 
-}  // namespace
+} // namespace
 
-bool configuration_of(const cfg_image_t &image, message &out, std::string &error) {
+bool configuration_of(const cfg_image_t &image, message &out, std::string &error)
+{
     writer_output w;
     run_writers(image, w);
     if (!w.error.empty()) {
@@ -177,7 +190,8 @@ struct param_key {
 };
 
 // Every param of `msg` keyed by path, name and occurrence, in message order.
-std::vector<std::pair<param_key, const std::optional<std::string> *>> keyed(const message &msg) {
+std::vector<std::pair<param_key, const std::optional<std::string> *>> keyed(const message &msg)
+{
     std::vector<std::pair<param_key, const std::optional<std::string> *>> out;
     std::map<std::pair<std::string_view, std::string_view>, std::size_t> count;
     for (const node &nd : msg.nodes)
@@ -186,9 +200,10 @@ std::vector<std::pair<param_key, const std::optional<std::string> *>> keyed(cons
     return out;
 }
 
-}  // namespace
+} // namespace
 
-std::vector<param_change> differences(const message &a, const message &b) {
+std::vector<param_change> differences(const message &a, const message &b)
+{
     const auto in_a = keyed(a);
     const auto in_b = keyed(b);
     std::map<param_key, const std::optional<std::string> *> b_values(in_b.begin(), in_b.end());
@@ -197,14 +212,17 @@ std::vector<param_change> differences(const message &a, const message &b) {
     for (const auto &[key, value] : in_a) {
         a_keys.insert(key);
         const auto other = b_values.find(key);
-        if (other != b_values.end() && *other->second == *value) continue;
+        if (other != b_values.end() && *other->second == *value)
+            continue;
         param_change c{key.path, key.name, true, *value, other != b_values.end(), std::nullopt};
-        if (c.in_b) c.b = *other->second;
+        if (c.in_b)
+            c.b = *other->second;
         out.push_back(std::move(c));
     }
     for (const auto &[key, value] : in_b)
-        if (!a_keys.contains(key)) out.push_back(param_change{key.path, key.name, false, std::nullopt, true, *value});
+        if (!a_keys.contains(key))
+            out.push_back(param_change{key.path, key.name, false, std::nullopt, true, *value});
     return out;
 }
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -43,7 +43,7 @@ struct param_change {
     std::string path;
     std::string name;
     bool in_a = false;
-    std::optional<std::string> a;  // value on side A (nullopt: no value)
+    std::optional<std::string> a; // value on side A (nullopt: no value)
     bool in_b = false;
     std::optional<std::string> b;
 };
@@ -53,4 +53,4 @@ struct param_change {
 // as they first appear in `a`, then what only `b` has, in `b`'s order.
 std::vector<param_change> differences(const message &a, const message &b);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -65,13 +65,12 @@ using namespace cfgmsg::cli;
 using cfgmsg::message;
 using cfgmsg::msg_format;
 
-constexpr const char *main_intro =
-    "usage: cfgmsg COMMAND [OPTIONS] FILE...\n"
-    "\n"
-    "Shows, builds and edits the configuration messages exchanged with the\n"
-    "configuration manager, and shows what libcfgparser stores from them.\n"
-    "\n"
-    "commands:\n";
+constexpr const char *main_intro = "usage: cfgmsg COMMAND [OPTIONS] FILE...\n"
+                                   "\n"
+                                   "Shows, builds and edits the configuration messages exchanged with the\n"
+                                   "configuration manager, and shows what libcfgparser stores from them.\n"
+                                   "\n"
+                                   "commands:\n";
 
 constexpr const char *main_outro =
     "\n"
@@ -289,7 +288,8 @@ constexpr const char *set_help =
 
 // Prints `msg` as JSON, warning when a string is not UTF-8 (the JSON then
 // does not encode to the same bytes).
-void warn_non_utf8(const message &msg, const std::string &source) {
+void warn_non_utf8(const message &msg, const std::string &source)
+{
     if (auto where = cfgmsg::first_non_utf8(msg))
         std::fprintf(stderr,
                      "cfgmsg: warning: %s: %s is not UTF-8 and shows as U+FFFD; this JSON does not encode "
@@ -297,7 +297,8 @@ void warn_non_utf8(const message &msg, const std::string &source) {
                      source.c_str(), where->c_str());
 }
 
-int write_json(const message &msg, const std::string &source) {
+int write_json(const message &msg, const std::string &source)
+{
     warn_non_utf8(msg, source);
     return write_stdout(cfgmsg::to_json(msg));
 }
@@ -307,12 +308,15 @@ int write_json(const message &msg, const std::string &source) {
 // configuration.
 struct trace_to_stderr {
     int saved = -1;
-    trace_to_stderr() {
+    trace_to_stderr()
+    {
         std::fflush(stdout);
         saved = dup(STDOUT_FILENO);
-        if (saved >= 0) dup2(STDERR_FILENO, STDOUT_FILENO);
+        if (saved >= 0)
+            dup2(STDERR_FILENO, STDOUT_FILENO);
     }
-    ~trace_to_stderr() {
+    ~trace_to_stderr()
+    {
         std::fflush(stdout);
         if (saved >= 0) {
             dup2(saved, STDOUT_FILENO);
@@ -326,16 +330,19 @@ struct trace_to_stderr {
 // Applies the files in order to a fresh image and gathers the writers'
 // output. Reports and returns nullopt on bad input or a writer fault.
 std::optional<message> configuration_after(const std::vector<std::string> &files, const options &opt,
-                                           bool redact) {
+                                           bool redact)
+{
     std::vector<std::string> messages;
     for (const std::string &file : files) {
         auto m = cfgmsg::wire_bytes(file);
-        if (!m) return std::nullopt;
+        if (!m)
+            return std::nullopt;
         messages.push_back(std::move(*m));
     }
     const cfgmsg::image_ptr image = cfgmsg::fresh_image(opt.ports);
     for (std::size_t i = 0; i < files.size(); ++i)
-        cfgmsg::apply_traced(*image, {reinterpret_cast<const std::uint8_t *>(messages[i].data()), messages[i].size()},
+        cfgmsg::apply_traced(*image,
+                             {reinterpret_cast<const std::uint8_t *>(messages[i].data()), messages[i].size()},
                              files[i]);
     message out;
     std::string error;
@@ -348,21 +355,26 @@ std::optional<message> configuration_after(const std::vector<std::string> &files
         fail(exit_trouble, "internal error: " + error);
         return std::nullopt;
     }
-    if (redact) cfgmsg::redact(out);
+    if (redact)
+        cfgmsg::redact(out);
     return out;
 }
 
 // A path or param name given on the command line, with the escapes that
 // get prints undone (a word that holds no valid escape is taken as it is).
-std::string field_arg(std::string_view word) {
+std::string field_arg(std::string_view word)
+{
     std::string reason;
-    auto raw = word.find('\\') == std::string_view::npos ? std::nullopt : cfgmsg::unescape_field(word, reason);
+    auto raw =
+        word.find('\\') == std::string_view::npos ? std::nullopt : cfgmsg::unescape_field(word, reason);
     return raw ? *raw : std::string(word);
 }
 
 // Writes `data` to `out` (safe_write.h); '-' is standard output.
-int write_file(const std::string &out, const std::string &data) {
-    if (out == "-") return write_stdout(data);
+int write_file(const std::string &out, const std::string &data)
+{
+    if (out == "-")
+        return write_stdout(data);
     std::string error;
     return cfgmsg::safe_write(out, data, error) ? exit_ok : fail(exit_trouble, error);
 }
@@ -370,91 +382,119 @@ int write_file(const std::string &out, const std::string &data) {
 // ---------------------------------------------------------- commands ---
 
 // Node by node, in about the memory of the input (stream.h).
-int run_decode(const options &opt) { return cfgmsg::run_decode_streamed(opt); }
-int run_encode(const options &opt) { return cfgmsg::run_encode_streamed(opt); }
+int run_decode(const options &opt)
+{
+    return cfgmsg::run_decode_streamed(opt);
+}
+int run_encode(const options &opt)
+{
+    return cfgmsg::run_encode_streamed(opt);
+}
 
-int run_apply(const options &opt) {
+int run_apply(const options &opt)
+{
     auto msg = configuration_after(opt.args, opt, opt.redact);
-    if (!msg) return exit_trouble;
-    if (opt.json) return write_json(*msg, "apply");
+    if (!msg)
+        return exit_trouble;
+    if (opt.json)
+        return write_json(*msg, "apply");
     return write_stdout("# stored by libcfgparser from " + std::to_string(opt.args.size()) + " message" +
                         (opt.args.size() == 1 ? "" : "s") + ", max_ports " + std::to_string(opt.ports) +
                         ", as its section writers send it\n" + cfgmsg::to_text(*msg));
 }
 
-std::string param_line(char side, const std::string &name, const std::optional<std::string> &value) {
+std::string param_line(char side, const std::string &name, const std::optional<std::string> &value)
+{
     std::string line = std::string(1, side) + "    " + cfgmsg::escape(name, cfgmsg::field_kind::name) + " =";
-    if (value && !value->empty()) line += " " + cfgmsg::escape(*value, cfgmsg::field_kind::value);
+    if (value && !value->empty())
+        line += " " + cfgmsg::escape(*value, cfgmsg::field_kind::value);
     return line + '\n';
 }
 
-int run_diff(const options &opt) {
+int run_diff(const options &opt)
+{
     // Compared as stored, redacted when shown: a changed secret shows as a
     // pair of *** lines.
     auto a = configuration_after({opt.args[0]}, opt, false);
-    if (!a) return exit_trouble;
+    if (!a)
+        return exit_trouble;
     auto b = configuration_after({opt.args[1]}, opt, false);
-    if (!b) return exit_trouble;
+    if (!b)
+        return exit_trouble;
     const std::vector<cfgmsg::param_change> changes = cfgmsg::differences(*a, *b);
-    if (opt.quiet) return changes.empty() ? exit_ok : exit_no;
+    if (opt.quiet)
+        return changes.empty() ? exit_ok : exit_no;
     if (opt.json)
         return write_stdout(cfgmsg::changes_json(changes, opt.redact)) != exit_ok ? exit_trouble
-               : changes.empty()                                                 ? exit_ok
-                                                                                 : exit_no;
-    if (changes.empty()) return exit_ok;
+               : changes.empty()                                                  ? exit_ok
+                                                                                  : exit_no;
+    if (changes.empty())
+        return exit_ok;
     std::string out = "--- " + opt.args[0] + "\n+++ " + opt.args[1] + "\n";
     const std::string *path = nullptr;
     for (const cfgmsg::param_change &c : changes) {
-        if (path == nullptr || *path != c.path) out += "[" + cfgmsg::escape(c.path, cfgmsg::field_kind::path) + "]\n";
+        if (path == nullptr || *path != c.path)
+            out += "[" + cfgmsg::escape(c.path, cfgmsg::field_kind::path) + "]\n";
         path = &c.path;
         const auto shown = [&](const std::optional<std::string> &v) {
             return opt.redact ? cfgmsg::redacted(c.path, c.name, v) : v;
         };
-        if (c.in_a) out += param_line('-', c.name, shown(c.a));
-        if (c.in_b) out += param_line('+', c.name, shown(c.b));
+        if (c.in_a)
+            out += param_line('-', c.name, shown(c.a));
+        if (c.in_b)
+            out += param_line('+', c.name, shown(c.b));
     }
     return write_stdout(out) == exit_ok ? exit_no : exit_trouble;
 }
 
-int run_get(const options &opt) {
+int run_get(const options &opt)
+{
     const std::string &file = opt.args[0];
     auto m = load(file);
-    if (!m) return exit_trouble;
-    if (opt.redact) cfgmsg::redact(m->msg);
+    if (!m)
+        return exit_trouble;
+    if (opt.redact)
+        cfgmsg::redact(m->msg);
     // --flat, --json, a pattern or an escape: through the patterns (select.h).
-    if (opt.flat || opt.json ||
-        std::any_of(opt.args.begin() + 1, opt.args.end(),
-                    [](const std::string &w) { return cfgmsg::is_glob(w) || w.find('\\') != std::string::npos; }))
+    if (opt.flat || opt.json || std::any_of(opt.args.begin() + 1, opt.args.end(), [](const std::string &w) {
+            return cfgmsg::is_glob(w) || w.find('\\') != std::string::npos;
+        }))
         return cfgmsg::print_selection(opt, m->msg);
     std::string out;
     if (opt.args.size() == 1) {
         std::set<std::string_view> seen;
         for (const cfgmsg::node &nd : m->msg.nodes)
-            if (seen.insert(nd.path).second) out += cfgmsg::escape(nd.path, cfgmsg::field_kind::path) + '\n';
+            if (seen.insert(nd.path).second)
+                out += cfgmsg::escape(nd.path, cfgmsg::field_kind::path) + '\n';
         return write_stdout(out);
     }
     const std::string path = field_arg(opt.args[1]);
     const std::string name = opt.args.size() == 3 ? field_arg(opt.args[2]) : "";
     bool node_found = false, param_found = false;
     for (const cfgmsg::node &nd : m->msg.nodes) {
-        if (nd.path != path) continue;
+        if (nd.path != path)
+            continue;
         node_found = true;
-        if (opt.args.size() == 2) out += cfgmsg::node_text(nd);
+        if (opt.args.size() == 2)
+            out += cfgmsg::node_text(nd);
         else
             for (const cfgmsg::param &p : nd.params)
-                if (p.name == name) param_found = true, out += p.value.value_or("") + '\n';
+                if (p.name == name)
+                    param_found = true, out += p.value.value_or("") + '\n';
     }
     const std::string shown = "[" + cfgmsg::escape(path, cfgmsg::field_kind::path) + "]";
-    if (!node_found) return fail(exit_no, file + ": no node " + shown);
+    if (!node_found)
+        return fail(exit_no, file + ": no node " + shown);
     if (opt.args.size() == 3 && !param_found)
-        return fail(exit_no, file + ": no param '" + cfgmsg::escape(name, cfgmsg::field_kind::name) +
-                                        "' in " + shown);
+        return fail(exit_no,
+                    file + ": no param '" + cfgmsg::escape(name, cfgmsg::field_kind::name) + "' in " + shown);
     return write_stdout(out);
 }
 
 // A path, name or value given on the command line: one line, and short
 // enough for its 16-bit length. The reason, or nullopt when it is fine.
-std::optional<std::string> bad_field(std::string_view what, std::string_view text) {
+std::optional<std::string> bad_field(std::string_view what, std::string_view text)
+{
     const std::size_t br = text.find_first_of("\n\r");
     if (br != std::string_view::npos)
         return std::string(what) + " holds a line break (at character " + std::to_string(br + 1) +
@@ -466,15 +506,18 @@ std::optional<std::string> bad_field(std::string_view what, std::string_view tex
 
 // Writes the edited message to OUT (-o OUT, or FILE with -i) in its form or
 // that of --format.
-int write_edited(const options &opt, const std::string &out, const cfgmsg::loaded_message &m) {
+int write_edited(const options &opt, const std::string &out, const cfgmsg::loaded_message &m)
+{
     const msg_format f = opt.format.value_or(m.format);
-    if (f == msg_format::json) warn_non_utf8(m.msg, opt.args[0]);
+    if (f == msg_format::json)
+        warn_non_utf8(m.msg, opt.args[0]);
     if (f == msg_format::binary && out == "-" && isatty(STDOUT_FILENO))
         return fail(exit_usage, "refusing to write a binary message to a terminal; redirect standard output");
     return write_file(out, cfgmsg::render(m.msg, f));
 }
 
-int run_set(const options &opt) {
+int run_set(const options &opt)
+{
     const std::string &file = opt.args[0];
     if (opt.in_place && (opt.output || file == "-"))
         return fail(exit_usage, std::string("set: -i edits FILE in place: ") +
@@ -483,14 +526,17 @@ int run_set(const options &opt) {
     if (!opt.in_place && !opt.output)
         return fail(exit_usage, "set: -o OUT or -i is required (cfgmsg writes over no file unless told)\n"
                                 "try 'cfgmsg set --help'");
-    if (out.empty()) return fail(exit_usage, "set: -o '': the output file name is empty");
+    if (out.empty())
+        return fail(exit_usage, "set: -o '': the output file name is empty");
     if (opt.args.size() == 1 && opt.unsets.empty() && opt.delete_nodes.empty() && !opt.edits_file)
         return fail(exit_usage, "set: nothing to change: give PATH.PARAM=VALUE, --unset or --delete-node\n"
                                 "try 'cfgmsg set --help'");
-    if (cfgmsg::edits_in_sequence(opt)) {  // -f, or a pattern (select.h)
+    if (cfgmsg::edits_in_sequence(opt)) { // -f, or a pattern (select.h)
         auto m = load(file);
-        if (!m) return exit_trouble;
-        if (const int status = cfgmsg::apply_edits_in_sequence(opt, m->msg, file)) return status;
+        if (!m)
+            return exit_trouble;
+        if (const int status = cfgmsg::apply_edits_in_sequence(opt, m->msg, file))
+            return status;
         return write_edited(opt, out, *m);
     }
     cfgmsg::message_edits edits;
@@ -498,12 +544,14 @@ int run_set(const options &opt) {
         return fail(exit_usage, "set: '" + cfgmsg::escape(arg, cfgmsg::field_kind::value) + "': " + why);
     };
     for (const std::string &path : opt.delete_nodes) {
-        if (auto why = bad_field("the path", path)) return bad(path, *why);
+        if (auto why = bad_field("the path", path))
+            return bad(path, *why);
         edits.delete_nodes.push_back(field_arg(path));
     }
     for (const std::string &ref : opt.unsets) {
         cfgmsg::param_ref r;
-        if (auto why = bad_field("PATH.PARAM", ref)) return bad(ref, *why);
+        if (auto why = bad_field("PATH.PARAM", ref))
+            return bad(ref, *why);
         if (!cfgmsg::split_by_route(ref, r.path, r.name))
             return fail(exit_usage, "set: --unset wants PATH.PARAM, not '" + ref + "'");
         r.path = field_arg(r.path);
@@ -515,21 +563,26 @@ int run_set(const options &opt) {
         const std::string &arg = opt.args[i];
         const std::size_t eq = arg.find('=');
         cfgmsg::param_set s;
-        if (eq == std::string::npos || !cfgmsg::split_by_route(std::string_view(arg).substr(0, eq), s.path, s.name))
+        if (eq == std::string::npos ||
+            !cfgmsg::split_by_route(std::string_view(arg).substr(0, eq), s.path, s.name))
             return fail(exit_usage, "set: '" + arg + "' is not PATH.PARAM=VALUE\ntry 'cfgmsg set --help'");
         s.path = field_arg(s.path);
         s.name = field_arg(s.name);
         const std::string_view value = std::string_view(arg).substr(eq + 1);
-        if (!value.empty()) s.value = value;
-        for (auto [what, text] :
-             {std::pair{"the path", std::string_view(s.path)}, {"the param name", s.name}, {"the value", value}})
+        if (!value.empty())
+            s.value = value;
+        for (auto [what, text] : {std::pair{"the path", std::string_view(s.path)},
+                                  {"the param name", s.name},
+                                  {"the value", value}})
             if (auto why = bad_field(what, text))
                 return bad(cfgmsg::is_secret(s.path, s.name) ? s.path + "." + s.name + "=***" : arg, *why);
-        if (auto warning = cfgmsg::value_warning(s.path, s.name, value); warning && (opt.strict || !opt.quiet)) {
+        if (auto warning = cfgmsg::value_warning(s.path, s.name, value);
+            warning && (opt.strict || !opt.quiet)) {
             // What is stored of a secret is the start of it: not shown.
             if (cfgmsg::is_secret(s.path, s.name) && warning->starts_with("stored as"))
-                warning = "the library would not store this value as given (a secret: not shown; 'cfgmsg schema " +
-                          cfgmsg::escape(s.path, cfgmsg::field_kind::path) + "' gives the rule)";
+                warning =
+                    "the library would not store this value as given (a secret: not shown; 'cfgmsg schema " +
+                    cfgmsg::escape(s.path, cfgmsg::field_kind::path) + "' gives the rule)";
             std::fprintf(stderr, "cfgmsg: %s%s.%s: %s\n", opt.strict ? "" : "warning: ",
                          cfgmsg::escape(s.path, cfgmsg::field_kind::path).c_str(),
                          cfgmsg::escape(s.name, cfgmsg::field_kind::name).c_str(), warning->c_str());
@@ -537,17 +590,22 @@ int run_set(const options &opt) {
         }
         edits.sets.push_back(std::move(s));
     }
-    if (refused) return exit_no;
+    if (refused)
+        return exit_no;
     auto m = load(file);
-    if (!m) return exit_trouble;
+    if (!m)
+        return exit_trouble;
     std::string error;
     const msg_format f = opt.format.value_or(m->format);
     const bool keep_layout = f == msg_format::text && m->format == msg_format::text;
     const cfgmsg::message before = keep_layout ? m->msg : cfgmsg::message{};
-    if (!cfgmsg::apply_edits(m->msg, edits, error)) return fail(exit_no, file + ": " + error);
-    if (!keep_layout) return write_edited(opt, out, *m);
+    if (!cfgmsg::apply_edits(m->msg, edits, error))
+        return fail(exit_no, file + ": " + error);
+    if (!keep_layout)
+        return write_edited(opt, out, *m);
     // The text as it was but for the edited lines, its byte-order mark included.
-    return write_file(out, (m->byte_order_mark ? "\xEF\xBB\xBF" : "") + cfgmsg::edit_text(m->text, before, edits, m->msg));
+    return write_file(out, (m->byte_order_mark ? "\xEF\xBB\xBF" : "") +
+                               cfgmsg::edit_text(m->text, before, edits, m->msg));
 }
 
 // ------------------------------------------------------------- table ---
@@ -564,24 +622,25 @@ const command commands[] = {
      "                   library's section writers send it (--json, --ports N)\n",
      apply_help, opt_json | opt_ports | opt_redact, 1, SIZE_MAX, "missing FILE", true, exit_usage, run_apply},
     {"diff", "  diff A B         apply A and B and print the params that differ (--ports N)\n", diff_help,
-     opt_ports | opt_redact | opt_json | opt_quiet, 2, 2, "expects two FILEs, A and B", true, exit_trouble, run_diff},
+     opt_ports | opt_redact | opt_json | opt_quiet, 2, 2, "expects two FILEs, A and B", true, exit_trouble,
+     run_diff},
     {"get",
      "  get FILE [PATH [PARAM]]\n"
      "                   print a node, one param's value, or the node paths\n",
-     get_help, opt_redact | opt_flat | opt_json, 1,
-     3, "expects FILE [PATH [PARAM]]", false, exit_usage, run_get},
+     get_help, opt_redact | opt_flat | opt_json, 1, 3, "expects FILE [PATH [PARAM]]", false, exit_usage,
+     run_get},
     {"set",
      "  set FILE -o OUT PATH.PARAM=VALUE...\n"
      "                   write FILE with params set, unset or nodes deleted to OUT\n",
-     set_help, opt_output | opt_in_place | opt_format | opt_strict | opt_unset | opt_delete_node | opt_edits | opt_quiet,
-     1, SIZE_MAX,
-     "missing FILE",
-     false, exit_usage, run_set},
+     set_help,
+     opt_output | opt_in_place | opt_format | opt_strict | opt_unset | opt_delete_node | opt_edits |
+         opt_quiet,
+     1, SIZE_MAX, "missing FILE", false, exit_usage, run_set},
     {"check",
      "  check FILE...    report the params that the library does not store as sent,\n"
      "                   and why (--json, --ports N, --redact, -q)\n",
-     cfgmsg::check_help, opt_json | opt_ports | opt_redact | opt_quiet, 1, SIZE_MAX, "missing FILE", true, exit_usage,
-     cfgmsg::run_check},
+     cfgmsg::check_help, opt_json | opt_ports | opt_redact | opt_quiet, 1, SIZE_MAX, "missing FILE", true,
+     exit_usage, cfgmsg::run_check},
     {"schema",
      "  schema [PATH]    print the parameter reference: every node path and param with\n"
      "                   its kind, bounds, default and length (--json, --markdown)\n",
@@ -589,7 +648,8 @@ const command commands[] = {
      cfgmsg::run_schema},
 };
 
-int usage_error(const command &cmd, const std::string &text) {
+int usage_error(const command &cmd, const std::string &text)
+{
     std::fprintf(stderr, "cfgmsg: %.*s: %s\ntry 'cfgmsg %.*s --help'\n", static_cast<int>(cmd.name.size()),
                  cmd.name.data(), text.c_str(), static_cast<int>(cmd.name.size()), cmd.name.data());
     return cmd.trouble;
@@ -597,7 +657,8 @@ int usage_error(const command &cmd, const std::string &text) {
 
 // Options of one command with getopt_long. Returns nullopt to go on, or the
 // exit status (help shown, or a usage error reported).
-std::optional<int> parse_options(int argc, char **argv, const command &cmd, options &opt) {
+std::optional<int> parse_options(int argc, char **argv, const command &cmd, options &opt)
+{
     enum { o_json = 1000, o_ports, o_redact, o_format, o_strict, o_unset, o_delete, o_markdown, o_flat };
     static const option longs[] = {{"help", no_argument, nullptr, 'h'},
                                    {"json", no_argument, nullptr, o_json},
@@ -612,7 +673,7 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
                                    {"quiet", no_argument, nullptr, 'q'},
                                    {nullptr, 0, nullptr, 0}};
     auto allowed = [&](unsigned bit) { return (cmd.accepts & bit) != 0; };
-    opterr = 0;  // messages of our own
+    opterr = 0; // messages of our own
     optind = 1;
     int c;
     int long_index = -1;
@@ -626,49 +687,75 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
             return exit_ok;
         case 'o':
             if ((taken = allowed(opt_output))) {
-                if (opt.output) return usage_error(cmd, "-o given twice");
+                if (opt.output)
+                    return usage_error(cmd, "-o given twice");
                 opt.output = value;
             }
             break;
-        case 'i': opt.in_place = taken = allowed(opt_in_place); break;
-        case o_json: opt.json = taken = allowed(opt_json); break;
-        case o_redact: opt.redact = taken = allowed(opt_redact); break;
-        case o_strict: opt.strict = taken = allowed(opt_strict); break;
-        case o_markdown: opt.markdown = taken = allowed(opt_markdown); break;
-        case o_flat: opt.flat = taken = allowed(opt_flat); break;
-        case 'q': opt.quiet = taken = allowed(opt_quiet); break;
+        case 'i':
+            opt.in_place = taken = allowed(opt_in_place);
+            break;
+        case o_json:
+            opt.json = taken = allowed(opt_json);
+            break;
+        case o_redact:
+            opt.redact = taken = allowed(opt_redact);
+            break;
+        case o_strict:
+            opt.strict = taken = allowed(opt_strict);
+            break;
+        case o_markdown:
+            opt.markdown = taken = allowed(opt_markdown);
+            break;
+        case o_flat:
+            opt.flat = taken = allowed(opt_flat);
+            break;
+        case 'q':
+            opt.quiet = taken = allowed(opt_quiet);
+            break;
         case 'f':
             if ((taken = allowed(opt_edits))) {
-                if (opt.edits_file) return usage_error(cmd, "-f given twice");
+                if (opt.edits_file)
+                    return usage_error(cmd, "-f given twice");
                 opt.edits_file = value;
             }
             break;
         case o_unset:
-            if ((taken = allowed(opt_unset))) opt.unsets.emplace_back(value);
+            if ((taken = allowed(opt_unset)))
+                opt.unsets.emplace_back(value);
             break;
         case o_delete:
-            if ((taken = allowed(opt_delete_node))) opt.delete_nodes.emplace_back(value);
+            if ((taken = allowed(opt_delete_node)))
+                opt.delete_nodes.emplace_back(value);
             break;
         case o_format:
             if ((taken = allowed(opt_format)) && !(opt.format = cfgmsg::format_from_name(value)))
-                return usage_error(cmd, "--format wants binary, text or json, not '" + std::string(value) + "'");
+                return usage_error(cmd,
+                                   "--format wants binary, text or json, not '" + std::string(value) + "'");
             break;
         case o_ports: {
-            if (!(taken = allowed(opt_ports))) break;
+            if (!(taken = allowed(opt_ports)))
+                break;
             char *end = nullptr;
             errno = 0;
             const unsigned long n = std::strtoul(value, &end, 10);
             if (*value < '0' || *value > '9' || *end != '\0' || errno != 0 || n == 0 || n > CFG_MAX_PORTS)
-                return usage_error(cmd, "--ports wants a number from 1 to 72, not '" + std::string(value) + "'");
+                return usage_error(cmd,
+                                   "--ports wants a number from 1 to 72, not '" + std::string(value) + "'");
             opt.ports = static_cast<std::uint32_t>(n);
             break;
         }
         case ':':
-            return usage_error(cmd, "option '" + (optopt == 'o' || optopt == 'f' ? "-" + std::string(1, static_cast<char>(optopt)) : arg) + "' needs a value");
+            return usage_error(
+                cmd,
+                "option '" +
+                    (optopt == 'o' || optopt == 'f' ? "-" + std::string(1, static_cast<char>(optopt)) : arg) +
+                    "' needs a value");
         default:
             taken = false;
         }
-        if (taken) continue;
+        if (taken)
+            continue;
         // A known option this command does not take (its value may have
         // been consumed, so name it from the table), a long option given a
         // value it does not take (optopt holds its code), an unknown long
@@ -678,12 +765,13 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
             return usage_error(cmd, "option '" + arg.substr(0, arg.find('=')) + "' takes no value");
         const std::string shown = c == 'o' || c == 'i' || c == 'f' || (c == 'q' && arg == "-q")
                                       ? std::string("-") + static_cast<char>(c)
-                                  : c != '?'                ? std::string("--") + longs[long_index].name
+                                  : c != '?'               ? std::string("--") + longs[long_index].name
                                   : is_long || optopt == 0 ? arg
                                                            : std::string("-") + static_cast<char>(optopt);
         return usage_error(cmd, "unknown option '" + shown + "'");
     }
-    for (int i = optind; i < argc; ++i) opt.args.emplace_back(argv[i]);
+    for (int i = optind; i < argc; ++i)
+        opt.args.emplace_back(argv[i]);
     if (opt.args.size() < cmd.min_args || opt.args.size() > cmd.max_args)
         return usage_error(cmd, opt.args.empty() ? "missing FILE" : cmd.arity);
     if (cmd.all_files && std::count(opt.args.begin(), opt.args.end(), "-") > 1)
@@ -691,30 +779,37 @@ std::optional<int> parse_options(int argc, char **argv, const command &cmd, opti
     return std::nullopt;
 }
 
-}  // namespace
+} // namespace
 
-int main(int argc, char **argv) {
-    if (argc < 2) return fail(exit_usage, "missing command\ntry 'cfgmsg --help'");
+int main(int argc, char **argv)
+{
+    if (argc < 2)
+        return fail(exit_usage, "missing command\ntry 'cfgmsg --help'");
     const std::string_view name = argv[1];
     if ((name == "--version" || name == "--help" || name == "-h" || name == "help") && argc > 2)
         return fail(exit_usage, std::string(name) + " takes nothing after it, not '" + argv[2] + "'");
     if (name == "--help" || name == "-h" || name == "help") {
         std::string help = main_intro;
-        for (const command &cmd : commands) help += cmd.summary;
+        for (const command &cmd : commands)
+            help += cmd.summary;
         return write_stdout(help + main_outro);
     }
-    if (name == "--version") return write_stdout("cfgmsg " CFGMSG_VERSION " (libcfgparser " CFGMSG_VERSION ")\n");
+    if (name == "--version")
+        return write_stdout("cfgmsg " CFGMSG_VERSION " (libcfgparser " CFGMSG_VERSION ")\n");
     const command *cmd = nullptr;
     for (const command &c : commands)
-        if (c.name == name) cmd = &c;
-    if (cmd == nullptr) return fail(exit_usage, "unknown command '" + std::string(name) + "'\ntry 'cfgmsg --help'");
+        if (c.name == name)
+            cmd = &c;
+    if (cmd == nullptr)
+        return fail(exit_usage, "unknown command '" + std::string(name) + "'\ntry 'cfgmsg --help'");
 
     options opt;
     // getopt_long sees the command as its program name.
-    if (auto done = parse_options(argc - 1, argv + 1, *cmd, opt)) return *done;
+    if (auto done = parse_options(argc - 1, argv + 1, *cmd, opt))
+        return *done;
     try {
         return cmd->run(opt);
-    } catch (const std::exception &e) {  // out of memory, or a length a reader let through
+    } catch (const std::exception &e) { // out of memory, or a length a reader let through
         return fail(exit_trouble, e.what());
     }
 }

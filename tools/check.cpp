@@ -117,7 +117,7 @@ const key *row_of(const cfg::routes::route &r, const std::string &name, int &ent
     return k;
 }
 
-}  // namespace
+} // namespace
 
 void check_message(const std::string &file, const message &msg, cfg_image_t &image, std::vector<finding> &out)
 {
@@ -155,7 +155,8 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
                 continue;
             }
             if (n < 0) {
-                out.push_back({file, nd.path, p.name, p.value, std::nullopt, "entry number out of range: ignored"});
+                out.push_back(
+                    {file, nd.path, p.name, p.value, std::nullopt, "entry number out of range: ignored"});
                 continue;
             }
             // The two quote characters stand for an empty text.
@@ -204,7 +205,8 @@ void list_entries_of(const std::string &file, const message &msg, const message 
             if (same_name && *same_name == *p.value)
                 continue;
             if (same_value)
-                out.push_back({file, nd.path, p.name, p.value, std::nullopt, "renumbered: sent as " + *same_value});
+                out.push_back(
+                    {file, nd.path, p.name, p.value, std::nullopt, "renumbered: sent as " + *same_value});
             else if (!same_name || same_name != p.value)
                 out.push_back({file, nd.path, p.name, p.value, same_name,
                                "list entry not kept or not counted: not sent as " + p.name});
@@ -247,9 +249,10 @@ void list_entries(const std::vector<std::pair<std::string, message>> &messages, 
     }
 }
 
-}  // namespace
+} // namespace
 
-std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value)
+std::optional<std::string> value_warning(std::string_view path, std::string_view param,
+                                         std::string_view value)
 {
     if (auto why = path_warning(std::string(path)))
         return why;
@@ -280,7 +283,7 @@ std::string quoted(const std::optional<std::string> &v)
     return v ? "\"" + escape(*v, field_kind::value) + "\"" : "(no value)";
 }
 
-}  // namespace
+} // namespace
 
 const char *const check_help =
     "usage: cfgmsg check [--ports N] [--json | -q] [--redact] FILE...\n"
@@ -312,7 +315,8 @@ int run_check(const cli::options &opt)
     const bool json = opt.json;
     const uint32_t ports = opt.ports;
     const std::vector<std::string> &files = opt.args;
-    std::unique_ptr<cfg_image_t, image_free> image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
+    std::unique_ptr<cfg_image_t, image_free> image(
+        static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
     image->max_ports = ports;
     std::vector<finding> findings;
     std::vector<std::pair<std::string, message>> loaded_messages;
@@ -344,7 +348,8 @@ int run_check(const cli::options &opt)
             j["reason"] = f.reason;
             all.push_back(std::move(j));
         }
-        std::printf("%s\n", all.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
+        std::printf("%s\n",
+                    all.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
     } else {
         for (const finding &f : findings) {
             std::string line = f.file + ": ";
@@ -362,4 +367,4 @@ int run_check(const cli::options &opt)
     return findings.empty() ? cli::exit_ok : cli::exit_no;
 }
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

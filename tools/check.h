@@ -25,9 +25,10 @@ struct finding {
 
 // check's judgement of one message, stored over `image` (zero-filled at
 // first, max_ports set) as the library would store it; findings appended.
-void check_message(const std::string &file, const message &msg, cfg_image_t &image, std::vector<finding> &out);
+void check_message(const std::string &file, const message &msg, cfg_image_t &image,
+                   std::vector<finding> &out);
 
 extern const char *const check_help;
 int run_check(const cli::options &opt);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -25,7 +25,7 @@ struct param_ref {
 struct param_set {
     std::string path;
     std::string name;
-    std::optional<std::string> value;  // nullopt: 'PATH.PARAM=' (no value)
+    std::optional<std::string> value; // nullopt: 'PATH.PARAM=' (no value)
 };
 
 // Applied in this order: every node of each deleted path is removed, then
@@ -44,4 +44,4 @@ struct message_edits {
 // edited and must be dropped.
 bool apply_edits(message &msg, const message_edits &edits, std::string &error);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -61,4 +61,4 @@ std::optional<std::string> first_non_utf8(const message &msg);
 // The same for node `nd`, the node of number `index` (from 0) of its message.
 std::optional<std::string> non_utf8_in(const node &nd, std::size_t index);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -34,8 +34,8 @@ inline constexpr std::size_t max_input = std::size_t{64} << 20;
 struct loaded_message {
     message msg;
     msg_format format = msg_format::binary;
-    std::string text;  // the text form as read (format text), for edits that keep its layout
-    bool byte_order_mark = false;  // the text began with one (skipped)
+    std::string text;             // the text form as read (format text), for edits that keep its layout
+    bool byte_order_mark = false; // the text began with one (skipped)
 };
 
 // Forms a caller accepts, as a set of bits.
@@ -56,13 +56,14 @@ std::optional<loaded_message> load_message(const std::string &file, std::optiona
 struct loaded_input {
     std::string data;
     msg_format format = msg_format::binary;
-    bool byte_order_mark = false;  // the text began with one (skipped)
+    bool byte_order_mark = false; // the text began with one (skipped)
 };
-std::optional<loaded_input> read_input(const std::string &file, std::optional<msg_format> want, std::string &error,
-                                       unsigned accepts = accept_any);
+std::optional<loaded_input> read_input(const std::string &file, std::optional<msg_format> want,
+                                       std::string &error, unsigned accepts = accept_any);
 
 // The message of an input that read_input returned, as load_message gives it.
-std::optional<loaded_message> parse_input(const std::string &file, const loaded_input &in, std::string &error);
+std::optional<loaded_message> parse_input(const std::string &file, const loaded_input &in,
+                                          std::string &error);
 
 // "FILE: malformed message at byte offset N (0xN): reason".
 std::string wire_error_text(const std::string &file, const wire_error &err);
@@ -70,4 +71,4 @@ std::string wire_error_text(const std::string &file, const wire_error &err);
 // The message in the given form: wire bytes, text or JSON (as decode prints).
 std::string render(const message &msg, msg_format f);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -51,7 +51,7 @@ inline constexpr std::size_t header_size = 12;
 
 struct param {
     std::string name;
-    std::optional<std::string> value;  // nullopt: value length 0 on the wire
+    std::optional<std::string> value; // nullopt: value length 0 on the wire
     bool operator==(const param &) const = default;
 };
 
@@ -62,21 +62,21 @@ struct node {
 };
 
 struct message {
-    std::uint32_t header0 = 0;  // header word 0, not interpreted
-    std::uint32_t header2 = 0;  // header word 2, not interpreted
+    std::uint32_t header0 = 0; // header word 0, not interpreted
+    std::uint32_t header2 = 0; // header word 2, not interpreted
     std::uint8_t operation = 2;
-    std::optional<std::uint8_t> terminator = 0;  // nullopt: body has no closing byte
+    std::optional<std::uint8_t> terminator = 0; // nullopt: body has no closing byte
     std::vector<node> nodes;
     bool operator==(const message &) const = default;
 };
 
 struct wire_error {
-    std::size_t offset = 0;  // from the first byte of the message
+    std::size_t offset = 0; // from the first byte of the message
     std::string reason;
 };
 
 struct text_error {
-    std::size_t line = 0;  // 1-based
+    std::size_t line = 0; // 1-based
     std::string reason;
 };
 
@@ -102,8 +102,7 @@ bool decode(std::span<const std::uint8_t> bytes, message &out, const std::functi
 
 // Reads a body alone (operation byte, nodes, closing byte), as the section
 // writers produce it; offsets in `err` count from `base`.
-bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &out,
-                 wire_error &err);
+bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &out, wire_error &err);
 bool decode_body(std::span<const std::uint8_t> body, std::size_t base, message &out,
                  const std::function<void(node &&)> &sink, wire_error &err);
 
@@ -132,4 +131,4 @@ std::optional<std::string> unescape_field(std::string_view text, std::string &re
 // ("line N: reason") for bad text.
 std::vector<std::uint8_t> message_from_text(std::string_view text);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

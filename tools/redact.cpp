@@ -11,20 +11,26 @@ constexpr std::string_view snmp_users = "config.Network.snmp_users";
 
 // The white space that separates the words of an SNMP user line: the
 // library reads them with sscanf's "%39s %39s %15s".
-bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool is_space(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 // "USER PASSWORD LEVEL" with the password shown as ***. When the line is
 // not three whole words (a word longer than the library keeps runs on
 // into the next one, or more words follow), everything after the user
 // name is hidden.
-std::string redacted_user_line(const std::string &v) {
+std::string redacted_user_line(const std::string &v)
+{
     std::size_t i = 0;
     const auto skip_space = [&] {
-        while (i < v.size() && is_space(v[i])) ++i;
+        while (i < v.size() && is_space(v[i]))
+            ++i;
     };
     const auto word = [&](std::size_t width) {
         const std::size_t from = i;
-        while (i < v.size() && !is_space(v[i]) && i - from < width) ++i;
+        while (i < v.size() && !is_space(v[i]) && i - from < width)
+            ++i;
         return std::pair{from, i};
     };
     const auto whole = [&](std::size_t end) { return end == v.size() || is_space(v[end]); };
@@ -32,7 +38,8 @@ std::string redacted_user_line(const std::string &v) {
     const auto [user_from, user_to] = word(39);
     skip_space();
     const auto [pass_from, pass_to] = word(39);
-    if (pass_from == pass_to) return v;  // no password word
+    if (pass_from == pass_to)
+        return v; // no password word
     skip_space();
     const auto [level_from, level_to] = word(v.size());
     skip_space();
@@ -41,26 +48,34 @@ std::string redacted_user_line(const std::string &v) {
     return v.substr(0, user_to) + (whole(user_to) ? v.substr(user_to, pass_from - user_to) : " ") + "***";
 }
 
-}  // namespace
+} // namespace
 
-bool is_secret(std::string_view path, std::string_view name) {
-    if (path.starts_with(snmp_users)) return true;
+bool is_secret(std::string_view path, std::string_view name)
+{
+    if (path.starts_with(snmp_users))
+        return true;
     std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return std::tolower(c); });
     for (std::string_view word : {"pass", "secret", "key", "communit", "psk"})
-        if (lower.find(word) != std::string::npos) return true;
+        if (lower.find(word) != std::string::npos)
+            return true;
     return false;
 }
 
 std::optional<std::string> redacted(std::string_view path, std::string_view name,
-                                    const std::optional<std::string> &value) {
-    if (!value || *value == "\"\"" || !is_secret(path, name)) return value;
+                                    const std::optional<std::string> &value)
+{
+    if (!value || *value == "\"\"" || !is_secret(path, name))
+        return value;
     return path.starts_with(snmp_users) ? redacted_user_line(*value) : "***";
 }
 
-void redact(message &msg) {
+void redact(message &msg)
+{
     for (node &n : msg.nodes)
-        for (param &p : n.params) p.value = redacted(n.path, p.name, p.value);
+        for (param &p : n.params)
+            p.value = redacted(n.path, p.name, p.value);
 }
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

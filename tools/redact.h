@@ -27,4 +27,4 @@ std::optional<std::string> redacted(std::string_view path, std::string_view name
 // Every value of `msg` as `redacted` shows it.
 void redact(message &msg);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

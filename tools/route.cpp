@@ -49,7 +49,8 @@ routed route_path(const std::string &path, uint32_t max_ports)
             out.numbers[part] = static_cast<unsigned>(n.value - first);
             continue;
         }
-        const bool stop = r.refuses == refusal::stop_message || (r.refuses == refusal::stop_if_number && number);
+        const bool stop =
+            r.refuses == refusal::stop_message || (r.refuses == refusal::stop_if_number && number);
         out.fate = stop ? routed::stops_message : routed::skipped;
     }
     cfg::routes::free_matches(matches, tables);
@@ -61,13 +62,14 @@ routed route_path(const std::string &path, uint32_t max_ports)
     return out;
 }
 
-}  // namespace cfgmsg
+} // namespace cfgmsg
 
 namespace cfgmsg {
 
 bool split_by_route(std::string_view ref, std::string &path, std::string &name)
 {
-    for (std::size_t dot = ref.rfind('.'); dot != std::string_view::npos && dot > 0; dot = ref.rfind('.', dot - 1)) {
+    for (std::size_t dot = ref.rfind('.'); dot != std::string_view::npos && dot > 0;
+         dot = ref.rfind('.', dot - 1)) {
         if (dot + 1 == ref.size())
             continue;
         const std::string p(ref.substr(0, dot));
@@ -103,4 +105,4 @@ std::optional<std::string> path_warning(const std::string &path)
     return std::nullopt;
 }
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -14,9 +14,9 @@ namespace cfgmsg {
 struct routed {
     const cfg::routes::route *route = nullptr; // nullptr: no handler knows the path
     enum { stored, skipped, stops_message } fate = skipped;
-    unsigned numbers[2] = {};  // the record's numbers, counted from each part's first
-    std::string stored_path;   // the path of that record as the writers send it
-    std::size_t record = 0;    // offset of the record in the image
+    unsigned numbers[2] = {};      // the record's numbers, counted from each part's first
+    std::string stored_path;       // the path of that record as the writers send it
+    std::size_t record = 0;        // offset of the record in the image
     bool beyond_max_ports = false; // stored, but no writer sends it with this max_ports
 };
 
@@ -25,7 +25,7 @@ routed route_path(const std::string &path, uint32_t max_ports);
 // The path of a route's record: its shown path with the numbers put in.
 std::string path_of_record(const cfg::routes::route &r, const unsigned numbers[2]);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg
 
 namespace cfgmsg {
 
@@ -41,4 +41,4 @@ bool split_by_route(std::string_view ref, std::string &path, std::string &name);
 // ...", and the like.
 std::optional<std::string> path_warning(const std::string &path);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

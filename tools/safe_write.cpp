@@ -15,17 +15,23 @@ namespace cfgmsg {
 
 namespace {
 
-std::string why(int err) { return std::strerror(err); }
+std::string why(int err)
+{
+    return std::strerror(err);
+}
 
-std::string directory_of(const std::string &path) {
+std::string directory_of(const std::string &path)
+{
     const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return ".";
+    if (slash == std::string::npos)
+        return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
 // The file that `path` names once every symbolic link is followed; a name
 // that does not exist (or a link to one) is returned as it is.
-bool follow_links(std::string path, std::string &out, std::string &error) {
+bool follow_links(std::string path, std::string &out, std::string &error)
+{
     for (int hops = 0; hops < 40; ++hops) {
         struct stat st {};
         if (lstat(path.c_str(), &st) != 0 || !S_ISLNK(st.st_mode)) {
@@ -45,12 +51,15 @@ bool follow_links(std::string path, std::string &out, std::string &error) {
     return false;
 }
 
-bool write_all(int fd, std::string_view data) {
+bool write_all(int fd, std::string_view data)
+{
     while (!data.empty()) {
         const ssize_t n = ::write(fd, data.data(), data.size());
-        if (n < 0 && errno == EINTR) continue;
+        if (n < 0 && errno == EINTR)
+            continue;
         if (n <= 0) {
-            if (n == 0) errno = EIO;
+            if (n == 0)
+                errno = EIO;
             return false;
         }
         data.remove_prefix(static_cast<std::size_t>(n));
@@ -59,7 +68,8 @@ bool write_all(int fd, std::string_view data) {
 }
 
 // A device, FIFO or socket: written through, as the shell's '>' would.
-bool write_through(const std::string &path, const struct stat &st, std::string_view data, std::string &error) {
+bool write_through(const std::string &path, const struct stat &st, std::string_view data, std::string &error)
+{
     int fd = -1;
     if (S_ISSOCK(st.st_mode)) {
         sockaddr_un addr{};
@@ -89,7 +99,8 @@ bool write_through(const std::string &path, const struct stat &st, std::string_v
         error = path + ": cannot write: " + why(errno);
         return false;
     }
-    if (!ok) error = path + ": cannot write: " + why(err);
+    if (!ok)
+        error = path + ": cannot write: " + why(err);
     return ok;
 }
 
@@ -100,8 +111,10 @@ volatile sig_atomic_t temp_exists = 0;
 // SIGXFSZ: the file size limit reached while writing it.
 constexpr int ending_signals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXFSZ};
 
-extern "C" void remove_temp_and_die(int sig) {
-    if (temp_exists) unlink(temp_name);
+extern "C" void remove_temp_and_die(int sig)
+{
+    if (temp_exists)
+        unlink(temp_name);
     signal(sig, SIG_DFL);
     raise(sig);
 }
@@ -109,23 +122,28 @@ extern "C" void remove_temp_and_die(int sig) {
 // While it lives, the ending signals remove the temporary file first (a
 // signal the caller ignores stays ignored).
 struct temp_guard {
-    struct sigaction before[std::size(ending_signals)] {};
-    bool installed[std::size(ending_signals)] {};
-    temp_guard() {
+    struct sigaction before[std::size(ending_signals)]{};
+    bool installed[std::size(ending_signals)]{};
+    temp_guard()
+    {
         struct sigaction on {};
         on.sa_handler = remove_temp_and_die;
         sigemptyset(&on.sa_mask);
         for (std::size_t i = 0; i < std::size(ending_signals); ++i) {
             sigaction(ending_signals[i], nullptr, &before[i]);
-            if (before[i].sa_handler == SIG_IGN) continue;
+            if (before[i].sa_handler == SIG_IGN)
+                continue;
             installed[i] = sigaction(ending_signals[i], &on, nullptr) == 0;
         }
     }
-    ~temp_guard() {
-        if (temp_exists) unlink(temp_name);
+    ~temp_guard()
+    {
+        if (temp_exists)
+            unlink(temp_name);
         temp_exists = 0;
         for (std::size_t i = 0; i < std::size(ending_signals); ++i)
-            if (installed[i]) sigaction(ending_signals[i], &before[i], nullptr);
+            if (installed[i])
+                sigaction(ending_signals[i], &before[i], nullptr);
     }
     temp_guard(const temp_guard &) = delete;
     temp_guard &operator=(const temp_guard &) = delete;
@@ -133,10 +151,12 @@ struct temp_guard {
 
 // Creates the temporary file with the signals blocked, so that a signal
 // never finds it made but not yet known.
-int make_temp(const std::string &pattern) {
+int make_temp(const std::string &pattern)
+{
     sigset_t block, old;
     sigemptyset(&block);
-    for (int s : ending_signals) sigaddset(&block, s);
+    for (int s : ending_signals)
+        sigaddset(&block, s);
     sigprocmask(SIG_BLOCK, &block, &old);
     std::memcpy(temp_name, pattern.c_str(), pattern.size() + 1);
     const int fd = mkostemp(temp_name, O_CLOEXEC);
@@ -147,7 +167,9 @@ int make_temp(const std::string &pattern) {
     return fd;
 }
 
-bool replace_regular(const std::string &path, const struct stat *old, std::string_view data, std::string &error) {
+bool replace_regular(const std::string &path, const struct stat *old, std::string_view data,
+                     std::string &error)
+{
     const std::string folder = directory_of(path);
     const std::string base = path.substr(path.rfind('/') == std::string::npos ? 0 : path.rfind('/') + 1);
     const std::string pattern = folder + "/." + base + ".XXXXXX";
@@ -172,11 +194,13 @@ bool replace_regular(const std::string &path, const struct stat *old, std::strin
     struct stat made {};
     std::string step;
     const auto failed = [&](std::string what) {
-        if (step.empty()) step = std::move(what) + ": " + why(errno);
+        if (step.empty())
+            step = std::move(what) + ": " + why(errno);
         return false;
     };
     bool ok = write_all(fd, data) || failed("cannot write");
-    if (ok && old != nullptr && fstat(fd, &made) == 0 && (made.st_uid != old->st_uid || made.st_gid != old->st_gid) &&
+    if (ok && old != nullptr && fstat(fd, &made) == 0 &&
+        (made.st_uid != old->st_uid || made.st_gid != old->st_gid) &&
         fchown(fd, old->st_uid, old->st_gid) != 0)
         ok = failed("cannot keep its owner and group (" + std::to_string(old->st_uid) + ":" +
                     std::to_string(old->st_gid) + "), nothing written");
@@ -187,7 +211,7 @@ bool replace_regular(const std::string &path, const struct stat *old, std::strin
     ok = ok && (rename(temp_name, path.c_str()) == 0 || failed("cannot rename the new file over it"));
     if (!ok) {
         error = path + ": " + step;
-        return false;  // the guard removes the temporary file
+        return false; // the guard removes the temporary file
     }
     temp_exists = 0;
     // The rename itself is on the disk once the directory is.
@@ -199,15 +223,17 @@ bool replace_regular(const std::string &path, const struct stat *old, std::strin
     return true;
 }
 
-}  // namespace
+} // namespace
 
-bool safe_write(const std::string &target, std::string_view data, std::string &error) {
+bool safe_write(const std::string &target, std::string_view data, std::string &error)
+{
     if (target.empty()) {
         error = "the output file name is empty";
         return false;
     }
     std::string path;
-    if (!follow_links(target, path, error)) return false;
+    if (!follow_links(target, path, error))
+        return false;
     struct stat st {};
     if (stat(path.c_str(), &st) != 0) {
         if (errno != ENOENT) {
@@ -220,8 +246,9 @@ bool safe_write(const std::string &target, std::string_view data, std::string &e
         error = path + ": is a directory";
         return false;
     }
-    if (!S_ISREG(st.st_mode)) return write_through(path, st, data, error);
+    if (!S_ISREG(st.st_mode))
+        return write_through(path, st, data, error);
     return replace_regular(path, &st, data, error);
 }
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

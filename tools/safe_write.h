@@ -27,4 +27,4 @@ namespace cfgmsg {
 // regular target is then as it was.
 bool safe_write(const std::string &target, std::string_view data, std::string &error);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -42,7 +42,8 @@ walk walk_pattern(std::string_view pattern, std::string_view path)
             const std::size_t close = pattern.find('}', i);
             const std::string_view bounds = pattern.substr(i + 1, close - i - 1);
             const unsigned first = static_cast<unsigned>(std::stoul(std::string(bounds)));
-            const unsigned last = static_cast<unsigned>(std::stoul(std::string(bounds.substr(bounds.find("..") + 2))));
+            const unsigned last =
+                static_cast<unsigned>(std::stoul(std::string(bounds.substr(bounds.find("..") + 2))));
             std::size_t end = j;
             while (end < path.size() && end - j < 6 && path[end] >= '0' && path[end] <= '9')
                 ++end;
@@ -75,28 +76,38 @@ std::string number_text(const key &k, int64_t v)
 const char *rule_name(rule r)
 {
     switch (r) {
-    case rule::pickup_groups: return "pickup groups";
+    case rule::pickup_groups:
+        return "pickup groups";
     case rule::text_or_default:
     case rule::text_and_flag:
     case rule::user_at_host:
     case rule::server_text:
-    case rule::entry_text: return "text";
+    case rule::entry_text:
+        return "text";
     case rule::number_or_keep:
     case rule::clamped:
-    case rule::vtu_vid: return "number";
+    case rule::vtu_vid:
+        return "number";
     case rule::packet_time:
-    case rule::g726_packet_time: return "packet time";
-    case rule::t38_datagram: return "datagram size";
+    case rule::g726_packet_time:
+        return "packet time";
+    case rule::t38_datagram:
+        return "datagram size";
     case rule::one_or_default:
     case rule::inverse_checkbox:
-    case rule::on_unless_zero: return "checkbox";
+    case rule::on_unless_zero:
+        return "checkbox";
     case rule::dtmf_mime:
     case rule::hookflash_mime:
-    case rule::trap_version: return "word";
+    case rule::trap_version:
+        return "word";
     case rule::flag_list:
-    case rule::port_flags: return "flag list";
-    case rule::not_kept: return "ignored";
-    default: return "list entry";
+    case rule::port_flags:
+        return "flag list";
+    case rule::not_kept:
+        return "ignored";
+    default:
+        return "list entry";
     }
 }
 
@@ -139,10 +150,14 @@ std::string numbered_name(const key &k)
     const std::string numbers = "{0.." + std::to_string(k.count - 1) + "}";
     switch (k.entry) {
     case entry_form::after_key:
-    case entry_form::digits_after_last_underscore: return name + numbers;
-    case entry_form::after_key_underscore: return name + "[_" + numbers + "]";
-    case entry_form::rule_then_key: return "vtu" + numbers + "." + name;
-    default: return name + "_" + numbers;
+    case entry_form::digits_after_last_underscore:
+        return name + numbers;
+    case entry_form::after_key_underscore:
+        return name + "[_" + numbers + "]";
+    case entry_form::rule_then_key:
+        return "vtu" + numbers + "." + name;
+    default:
+        return name + "_" + numbers;
     }
 }
 
@@ -197,8 +212,8 @@ void print_text(const std::vector<const route *> &nodes)
         std::printf("\n");
         for (const key &k : nk->keys->rows) {
             const std::string name = numbered_name(k);
-            std::printf("    %-28s %-14s %s; sent: %s\n", name.c_str(), kind_name(k).c_str(), rule_text(k).c_str(),
-                        sent_text(*r, k, false).c_str());
+            std::printf("    %-28s %-14s %s; sent: %s\n", name.c_str(), kind_name(k).c_str(),
+                        rule_text(k).c_str(), sent_text(*r, k, false).c_str());
         }
         std::printf("\n");
     }
@@ -229,7 +244,7 @@ void print_markdown(const std::vector<const route *> &nodes)
     }
 }
 
-}  // namespace
+} // namespace
 
 const char *const schema_help =
     "usage: cfgmsg schema [--json | --markdown] [PATH]\n"
@@ -262,14 +277,22 @@ bool path_selected(std::string_view pattern, std::string_view filter)
 std::string kind_name(const key &k)
 {
     switch (k.how) {
-    case kind::text: return "text";
-    case kind::checkbox: return k.at.width != 0 ? "flag" : "checkbox";
-    case kind::range: return "range";
-    case kind::urange: return "unsigned range";
-    case kind::number: return "number";
-    case kind::integer: return "integer";
-    case kind::hex: return "hex";
-    case kind::special: return rule_name(k.special);
+    case kind::text:
+        return "text";
+    case kind::checkbox:
+        return k.at.width != 0 ? "flag" : "checkbox";
+    case kind::range:
+        return "range";
+    case kind::urange:
+        return "unsigned range";
+    case kind::number:
+        return "number";
+    case kind::integer:
+        return "integer";
+    case kind::hex:
+        return "hex";
+    case kind::special:
+        return rule_name(k.special);
     }
     return "special";
 }
@@ -279,49 +302,83 @@ std::string rule_text(const key &k)
     const std::string def = number_text(k, k.def);
     const std::string length = std::to_string(k.at.size - 1) + " characters";
     switch (k.how) {
-    case kind::text: return "at most " + length;
+    case kind::text:
+        return "at most " + length;
     case kind::checkbox:
         return k.at.width != 0 ? "1 or 0, bit " + std::to_string(k.at.bit) : "1 or 0";
     case kind::range:
-    case kind::urange: return number_text(k, k.min) + ".." + number_text(k, k.max) + ", default " + def;
-    case kind::number: return "any number; no value " + def + ", no number keeps the value";
-    case kind::integer: return "any number; no value " + def;
-    case kind::hex: return "0x and hex digits; no value " + number_text(k, k.def) + ", else keeps the value";
-    case kind::special: break;
+    case kind::urange:
+        return number_text(k, k.min) + ".." + number_text(k, k.max) + ", default " + def;
+    case kind::number:
+        return "any number; no value " + def + ", no number keeps the value";
+    case kind::integer:
+        return "any number; no value " + def;
+    case kind::hex:
+        return "0x and hex digits; no value " + number_text(k, k.def) + ", else keeps the value";
+    case kind::special:
+        break;
     }
     switch (k.special) {
-    case rule::pickup_groups: return "groups 0..31 separated by ',' or ';'";
-    case rule::text_or_default: return "at most " + length + "; no value \"" + std::string(k.text_default) + "\"";
-    case rule::number_or_keep: return "any number; no value or no number keeps the value";
-    case rule::text_and_flag: return "at most " + length + "; marks the value as received";
+    case rule::pickup_groups:
+        return "groups 0..31 separated by ',' or ';'";
+    case rule::text_or_default:
+        return "at most " + length + "; no value \"" + std::string(k.text_default) + "\"";
+    case rule::number_or_keep:
+        return "any number; no value or no number keeps the value";
+    case rule::text_and_flag:
+        return "at most " + length + "; marks the value as received";
     case rule::packet_time:
-        return "a multiple of " + number_text(k, k.min) + " below " + number_text(k, k.max) + ", default " + def;
-    case rule::g726_packet_time: return "10, 20 or 30, default " + def;
+        return "a multiple of " + number_text(k, k.min) + " below " + number_text(k, k.max) + ", default " +
+               def;
+    case rule::g726_packet_time:
+        return "10, 20 or 30, default " + def;
     case rule::t38_datagram:
         return "0 (off) or " + number_text(k, k.min) + ".." + number_text(k, k.max) + ", default " + def;
-    case rule::not_kept: return "dropped by the parser; the codecs writers send it as 0";
-    case rule::one_or_default: return "1, anything else " + def;
-    case rule::inverse_checkbox: return "1 or 0, kept inverted";
-    case rule::on_unless_zero: return "no value 1; a value reading as 0 (or without a number) 0, anything else 1";
-    case rule::dtmf_mime: return "\"dtmfr\", \"dtmf\" or \"audio\"";
-    case rule::hookflash_mime: return "\"dtmf\", \"hookf\", \"sscc\" or \"broadsoft\"";
-    case rule::user_at_host: return "user@host, at most " + length + " before the @";
+    case rule::not_kept:
+        return "dropped by the parser; the codecs writers send it as 0";
+    case rule::one_or_default:
+        return "1, anything else " + def;
+    case rule::inverse_checkbox:
+        return "1 or 0, kept inverted";
+    case rule::on_unless_zero:
+        return "no value 1; a value reading as 0 (or without a number) 0, anything else 1";
+    case rule::dtmf_mime:
+        return "\"dtmfr\", \"dtmf\" or \"audio\"";
+    case rule::hookflash_mime:
+        return "\"dtmf\", \"hookf\", \"sscc\" or \"broadsoft\"";
+    case rule::user_at_host:
+        return "user@host, at most " + length + " before the @";
     case rule::server_text:
-    case rule::entry_text: return "at most " + length;
-    case rule::clamped: return "any number, held to " + number_text(k, k.min) + ".." + number_text(k, k.max);
-    case rule::flag_list: return "flag numbers separated by ','";
-    case rule::group_ports: return "port numbers below max_ports separated by ',' (\"1,3,5\"); anything else empties the list";
-    case rule::limit_line: return "\"target number\"";
-    case rule::modifier_rule: return "three words";
-    case rule::dial_plan_line: return "a dial-plan rule";
-    case rule::trap_version: return "\"v2\" gives 2; no value or anything else 1";
-    case rule::snmp_user_line: return "three words";
-    case rule::port_flags: return "a flag per switch port, separated by blanks";
-    case rule::host_line: return "\"address name\"";
-    case rule::route_line: return "\"destination netmask gateway [.extra]\"";
-    case rule::firewall_rule: return "a firewall rule";
-    case rule::vtu_vid: return "any number; marks the rule in use";
-    default: return "its own format";
+    case rule::entry_text:
+        return "at most " + length;
+    case rule::clamped:
+        return "any number, held to " + number_text(k, k.min) + ".." + number_text(k, k.max);
+    case rule::flag_list:
+        return "flag numbers separated by ','";
+    case rule::group_ports:
+        return "port numbers below max_ports separated by ',' (\"1,3,5\"); anything else empties the list";
+    case rule::limit_line:
+        return "\"target number\"";
+    case rule::modifier_rule:
+        return "three words";
+    case rule::dial_plan_line:
+        return "a dial-plan rule";
+    case rule::trap_version:
+        return "\"v2\" gives 2; no value or anything else 1";
+    case rule::snmp_user_line:
+        return "three words";
+    case rule::port_flags:
+        return "a flag per switch port, separated by blanks";
+    case rule::host_line:
+        return "\"address name\"";
+    case rule::route_line:
+        return "\"destination netmask gateway [.extra]\"";
+    case rule::firewall_rule:
+        return "a firewall rule";
+    case rule::vtu_vid:
+        return "any number; marks the rule in use";
+    default:
+        return "its own format";
     }
 }
 
@@ -352,7 +409,8 @@ std::string stored_text(const key &k, const void *record, unsigned entry)
 int run_schema(const cli::options &opt)
 {
     if (opt.json && opt.markdown)
-        return cli::fail(cli::exit_usage, "schema: --json and --markdown exclude each other\ntry 'cfgmsg schema --help'");
+        return cli::fail(cli::exit_usage,
+                         "schema: --json and --markdown exclude each other\ntry 'cfgmsg schema --help'");
     const std::optional<std::string> filter =
         opt.args.empty() ? std::nullopt : std::optional<std::string>(opt.args[0]);
     const bool json = opt.json, markdown = opt.markdown;
@@ -387,7 +445,8 @@ int run_schema(const cli::options &opt)
             const node_kind *nk = &r->kind;
             nlohmann::ordered_json node;
             node["path"] = std::string(nk->path);
-            node["writer"] = nk->writer.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(std::string(nk->writer));
+            node["writer"] = nk->writer.empty() ? nlohmann::ordered_json()
+                                                : nlohmann::ordered_json(std::string(nk->writer));
             node["writers"] = nlohmann::ordered_json::array();
             for (const cfg::routes::writer &w : r->writers)
                 node["writers"].push_back(std::string(w.name));
@@ -402,7 +461,8 @@ int run_schema(const cli::options &opt)
     } else {
         print_text(nodes);
     }
-    return std::fflush(stdout) == 0 ? cli::exit_ok : cli::fail(cli::exit_trouble, "cannot write standard output");
+    return std::fflush(stdout) == 0 ? cli::exit_ok
+                                    : cli::fail(cli::exit_trouble, "cannot write standard output");
 }
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -34,4 +34,4 @@ std::string stored_text(const cfg::keys::key &k, const void *record, unsigned en
 extern const char *const schema_help;
 int run_schema(const cli::options &opt);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -32,17 +32,17 @@ namespace cfgmsg {
 
 struct glob {
     struct choice {
-        std::string word;       // when not a range
+        std::string word; // when not a range
         bool range = false;
         unsigned long first = 0, last = 0;
     };
     struct part {
         enum kind_t { literal, any, one, one_of } kind = literal;
-        std::string text;                // literal bytes
-        std::vector<choice> choices;     // one_of
+        std::string text;            // literal bytes
+        std::vector<choice> choices; // one_of
     };
     std::vector<part> parts;
-    bool wild = false;  // holds *, ? or {..}
+    bool wild = false; // holds *, ? or {..}
 };
 
 // Compiles a pattern word. False with `error` set on a bad escape or an
@@ -62,9 +62,9 @@ std::string flat_line(const node &nd, const param &p);
 // One line of an edit file, or one edit given on the command line.
 struct edit {
     enum kind_t { set, unset, delete_node } kind = set;
-    std::string ref;                   // PATH.PARAM, or PATH for delete_node (pattern words)
-    std::optional<std::string> value;  // set: nullopt for no value
-    std::string origin;                // "FILE:LINE" or the argument, for reports
+    std::string ref;                  // PATH.PARAM, or PATH for delete_node (pattern words)
+    std::optional<std::string> value; // set: nullopt for no value
+    std::string origin;               // "FILE:LINE" or the argument, for reports
 };
 
 // Parses one line of an edit file: 'PATH.PARAM=VALUE' (VALUE escaped),
@@ -93,4 +93,4 @@ std::string changes_json(const std::vector<param_change> &changes, bool redact);
 // '{first..last}' parts) has a concrete path that `g` matches.
 bool kind_selected(std::string_view kind_path, const glob &g);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

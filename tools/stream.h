@@ -16,4 +16,4 @@ int run_encode_streamed(const cli::options &opt);
 // Reports on standard error and returns nullopt on bad input.
 std::optional<std::string> wire_bytes(const std::string &file);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -20,4 +20,4 @@ namespace cfgmsg {
 std::string edit_text(std::string_view original, const message &before, const message_edits &edits,
                       const message &after);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -16,7 +16,8 @@ namespace cfgmsg {
 namespace {
 
 // What `run` prints on standard output, the library's trace included.
-std::vector<std::string> captured_lines(const std::function<void()> &run) {
+std::vector<std::string> captured_lines(const std::function<void()> &run)
+{
     std::vector<std::string> lines;
     std::fflush(stdout);
     std::unique_ptr<FILE, int (*)(FILE *)> into(std::tmpfile(), std::fclose);
@@ -28,9 +29,12 @@ std::vector<std::string> captured_lines(const std::function<void()> &run) {
         const bool moved = out >= 0 && dup2(STDERR_FILENO, STDOUT_FILENO) >= 0;
         run();
         std::fflush(stdout);
-        if (moved) dup2(out, STDOUT_FILENO);
-        if (out >= 0) close(out);
-        if (saved >= 0) close(saved);
+        if (moved)
+            dup2(out, STDOUT_FILENO);
+        if (out >= 0)
+            close(out);
+        if (saved >= 0)
+            close(saved);
         return lines;
     }
     run();
@@ -47,25 +51,30 @@ std::vector<std::string> captured_lines(const std::function<void()> &run) {
         lines.push_back(std::move(line));
         line.clear();
     }
-    if (!line.empty()) lines.push_back(std::move(line));
+    if (!line.empty())
+        lines.push_back(std::move(line));
     return lines;
 }
 
 // A trace line without its time of day ("hh:mm:ss.mmm  "), which differs
 // from one run to the next.
-std::string_view untimed(std::string_view line) {
+std::string_view untimed(std::string_view line)
+{
     const std::size_t gap = line.find("  ");
     return gap == std::string_view::npos ? line : line.substr(gap);
 }
 
-}  // namespace
+} // namespace
 
-void apply_traced(cfg_image_t &image, std::span<const std::uint8_t> bytes, const std::string &file) {
+void apply_traced(cfg_image_t &image, std::span<const std::uint8_t> bytes, const std::string &file)
+{
     const auto copy = std::unique_ptr<cfg_image_t, void (*)(void *)>(
         static_cast<cfg_image_t *>(std::malloc(sizeof(cfg_image_t))), std::free);
-    if (copy) std::memcpy(copy.get(), &image, sizeof(cfg_image_t));
+    if (copy)
+        std::memcpy(copy.get(), &image, sizeof(cfg_image_t));
     const std::vector<std::string> lines = captured_lines([&] { apply_message(image, bytes); });
-    if (lines.empty()) return;
+    if (lines.empty())
+        return;
 
     // Again, node by node, over the image as it was.
     std::vector<std::string> labels;
@@ -83,12 +92,14 @@ void apply_traced(cfg_image_t &image, std::span<const std::uint8_t> bytes, const
             }
         }
         bool same = again.size() == lines.size();
-        for (std::size_t i = 0; same && i < lines.size(); ++i) same = untimed(again[i]) == untimed(lines[i]);
-        if (!same) labels.clear();
+        for (std::size_t i = 0; same && i < lines.size(); ++i)
+            same = untimed(again[i]) == untimed(lines[i]);
+        if (!same)
+            labels.clear();
     }
     for (std::size_t i = 0; i < lines.size(); ++i)
         std::fprintf(stderr, "cfgmsg: %s: %s%s\n", file.c_str(), labels.empty() ? "" : labels[i].c_str(),
                      lines[i].c_str());
 }
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -19,4 +19,4 @@ namespace cfgmsg {
 // file alone.
 void apply_traced(cfg_image_t &image, std::span<const std::uint8_t> bytes, const std::string &file);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

@@ -14,6 +14,7 @@ namespace cfgmsg {
 // library would do with it instead, e.g. "stored as "10": out of range
 // 0..255: default 10 used". The param is judged alone, over a zero-filled
 // record, with the library's key tables (in check.cpp).
-std::optional<std::string> value_warning(std::string_view path, std::string_view param, std::string_view value);
+std::optional<std::string> value_warning(std::string_view path, std::string_view param,
+                                         std::string_view value);
 
-}  // namespace cfgmsg
+} // namespace cfgmsg

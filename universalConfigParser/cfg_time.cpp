@@ -14,10 +14,10 @@ namespace {
 constexpr long ns_per_s = 1000000000;
 
 pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
-pthread_cond_t recount_done;       // initialised once, by set_up
+pthread_cond_t recount_done;            // initialised once, by set_up
 clockid_t pause_clock = CLOCK_REALTIME; // the clock of recount_done's time-outs
 pthread_once_t set_up_once = PTHREAD_ONCE_INIT;
-uint32_t current = 0;              // the generation, under `mutex`
+uint32_t current = 0; // the generation, under `mutex`
 
 // The condition times out on the monotonic clock where the platform allows,
 // so that a change of the wall clock neither stretches nor cuts a pause.

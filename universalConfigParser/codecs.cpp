@@ -14,7 +14,8 @@ node_end profile_codecs(cfg_image_t &image, node &n)
     if (!profiles::profile_of_path(n, profile))
         return node_end::stop;
     cfg_trace(CFG_TRACE_INFO, "%d: Valid number of profile [%d]", __LINE__, profile);
-    return parse::keyed_node(n, keys::codecs, &image.profiles[profile].codecs, image.profiles_updated[profile]);
+    return parse::keyed_node(n, keys::codecs, &image.profiles[profile].codecs,
+                             image.profiles_updated[profile]);
 }
 
 node_end dialplan_profile(cfg_image_t &image, node &n)

@@ -34,9 +34,9 @@ constexpr uint32_t pickup_positions = 32;
 // field makes the whole rule refused (the entry keeps its content): cutting
 // it would silently change the rule, and reading past a field would shift
 // every field after it.
-constexpr std::size_t word_limit = 64;    // fields 1, 4 and 5
-constexpr std::size_t field6_limit = 11;  // field 6, its double quotes included
-constexpr std::size_t mask_limit = 255;   // field 10
+constexpr std::size_t word_limit = 64;   // fields 1, 4 and 5
+constexpr std::size_t field6_limit = 11; // field 6, its double quotes included
+constexpr std::size_t mask_limit = 255;  // field 10
 
 // The eleven fields of a rule line, as read.
 struct rule_fields {
@@ -53,8 +53,14 @@ struct rule_fields {
     int32_t field11 = 0;
 };
 
-bool is_space(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
-bool is_digit(char c) noexcept { return std::isdigit(static_cast<unsigned char>(c)) != 0; }
+bool is_space(char c) noexcept
+{
+    return std::isspace(static_cast<unsigned char>(c)) != 0;
+}
+bool is_digit(char c) noexcept
+{
+    return std::isdigit(static_cast<unsigned char>(c)) != 0;
+}
 
 // Reads the line field by field the way "%s" and "%d" conversions do: the
 // first field that is missing or not a number ends the reading, and it and
@@ -255,11 +261,11 @@ char *cfg_mask_to_string(const uint32_t mask[3], char *out, uint32_t type, uint3
             if (has(set, k) != list_set)
                 continue;
             // At most 48 numbers of two digits: well inside the 256 bytes.
-            const int wrote = std::snprintf(out + length, CFG_MASK_TEXT_SIZE - length,
-                                            first ? "%d" : ",%d", static_cast<int>(k));
+            const int wrote = std::snprintf(out + length, CFG_MASK_TEXT_SIZE - length, first ? "%d" : ",%d",
+                                            static_cast<int>(k));
             if (wrote > 0)
-                length = std::min<std::size_t>(length + static_cast<std::size_t>(wrote),
-                                               CFG_MASK_TEXT_SIZE - 1);
+                length =
+                    std::min<std::size_t>(length + static_cast<std::size_t>(wrote), CFG_MASK_TEXT_SIZE - 1);
             first = false;
         }
     }

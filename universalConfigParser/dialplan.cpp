@@ -16,7 +16,8 @@ void store_rule(profile_dialplan_cfg_t &plan, const parse::param &p, uint32_t ma
         return;
     int64_t rule = 0;
     numbers::scan_entry(after, rule);
-    cfg_trace(CFG_TRACE_DEBUG, "%s: dialplan number = %d (%s)", "all_parser", numbers::held_int32(rule), after);
+    cfg_trace(CFG_TRACE_DEBUG, "%s: dialplan number = %d (%s)", "all_parser", numbers::held_int32(rule),
+              after);
     if (rule >= CFG_DIALPLAN_ENTRIES)
         return;
     dial_plan_t &entry = plan.entries[rule];

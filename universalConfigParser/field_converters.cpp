@@ -22,7 +22,10 @@ const char *skip_space_and_sign(const char *text, bool &negative) noexcept
     return text;
 }
 
-bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
+bool is_digit(char c) noexcept
+{
+    return c >= '0' && c <= '9';
+}
 
 // True when a "%d" / "%u" number begins the text (after white space and one
 // optional sign).

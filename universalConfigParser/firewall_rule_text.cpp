@@ -54,7 +54,10 @@ struct tokens {
 // The integer of a token: leading decimal digits with an optional sign, 0
 // when there are none. Read at full width so that a huge number stays out of
 // the port range instead of wrapping into it.
-long long integer(const char *token) noexcept { return std::strtoll(token, nullptr, 10); }
+long long integer(const char *token) noexcept
+{
+    return std::strtoll(token, nullptr, 10);
+}
 
 // One parse: the rule being filled and whether any step failed.
 struct rule_parse {
@@ -104,14 +107,14 @@ void parse_protocol(rule_parse &r) noexcept
         return r.fail("Parse rule error. Need protocol");
     char(&p)[sizeof r.rule.protocol] = r.rule.protocol;
     lists::store_word(p, token);
-    if (!canonical(p, "udp", "UDP") && !canonical(p, "tcp", "TCP") &&
-        !canonical(p, "icmp", "ICMP") && !canonical(p, "any", "any"))
+    if (!canonical(p, "udp", "UDP") && !canonical(p, "tcp", "TCP") && !canonical(p, "icmp", "ICMP") &&
+        !canonical(p, "any", "any"))
         r.fail("Parse rule error. Unknown protocol");
 }
 
 // The texts of one direction of a port range.
 struct port_words {
-    const char *all;           // first 12 characters of the "all" token
+    const char *all; // first 12 characters of the "all" token
     const char *need_port;
     const char *invalid_start;
     const char *need_number;
@@ -201,8 +204,7 @@ int firewall_rule_string_to_t(char *text, firewall_rule_t *rule) CFG_NOEXCEPT
     parse_protocol(r);
     if (!r.failed && (is_protocol(*rule, "UDP") || is_protocol(*rule, "TCP"))) {
         parse_ports(r, source_ports, rule->src_port, rule->src_ports_number, rule->all_src_ports);
-        parse_ports(r, destination_ports, rule->dst_port, rule->dst_ports_number,
-                    rule->all_dst_ports);
+        parse_ports(r, destination_ports, rule->dst_port, rule->dst_ports_number, rule->all_dst_ports);
     } else if (!r.failed && is_protocol(*rule, "ICMP")) {
         if (const char *token = r.words.next())
             cfg::lists::store_word(rule->icmp_type, token);
@@ -217,9 +219,8 @@ int firewall_rule_string_to_t(char *text, firewall_rule_t *rule) CFG_NOEXCEPT
               "CFG FIREWALL RULE[%s] %s (%d) all:%d / %s %s / SRC PORTS %d (%d) all:%d / "
               "DST PORTS %d (%d) all:%d / %s.\n",
               rule->valid != 0 ? "OK" : "ERR", rule->src_ip, static_cast<int>(rule->src_ip_number),
-              rule->all_src_ip, rule->protocol, rule->icmp_type, rule->src_port,
-              rule->src_ports_number, rule->all_src_ports, rule->dst_port, rule->dst_ports_number,
-              rule->all_dst_ports, rule->target);
+              rule->all_src_ip, rule->protocol, rule->icmp_type, rule->src_port, rule->src_ports_number,
+              rule->all_src_ports, rule->dst_port, rule->dst_ports_number, rule->all_dst_ports, rule->target);
     return 0;
 }
 
@@ -236,31 +237,28 @@ int print_rule_string(const firewall_rule_t *rule, char *out) CFG_NOEXCEPT
     if (rule->all_src_ip != 0)
         std::snprintf(source, sizeof source, "all_src_ip");
     else
-        std::snprintf(source, sizeof source, "%.*s %u", len(src_ip), src_ip.data(),
-                      rule->src_ip_number);
+        std::snprintf(source, sizeof source, "%.*s %u", len(src_ip), src_ip.data(), rule->src_ip_number);
 
     constexpr std::size_t room = CFG_RULE_TEXT_SIZE;
     int n = 0;
     if (cfg::firewall_text::same_word(protocol, "any")) {
         n = std::snprintf(out, room, "%s any %.*s", source, len(target), target.data());
     } else if (cfg::firewall_text::same_word(protocol, "icmp")) {
-        n = std::snprintf(out, room, "%s ICMP %.*s %.*s", source, len(icmp), icmp.data(),
-                          len(target), target.data());
+        n = std::snprintf(out, room, "%s ICMP %.*s %.*s", source, len(icmp), icmp.data(), len(target),
+                          target.data());
     } else {
         char src_ports[16];
         char dst_ports[16];
         if (rule->all_src_ports != 0)
             std::snprintf(src_ports, sizeof src_ports, "all_src_ports");
         else
-            std::snprintf(src_ports, sizeof src_ports, "%d %d", rule->src_port,
-                          rule->src_ports_number);
+            std::snprintf(src_ports, sizeof src_ports, "%d %d", rule->src_port, rule->src_ports_number);
         if (rule->all_dst_ports != 0)
             std::snprintf(dst_ports, sizeof dst_ports, "all_dst_ports");
         else
-            std::snprintf(dst_ports, sizeof dst_ports, "%d %d", rule->dst_port,
-                          rule->dst_ports_number);
-        n = std::snprintf(out, room, "%s %.*s %s %s %.*s", source, len(protocol), protocol.data(),
-                          src_ports, dst_ports, len(target), target.data());
+            std::snprintf(dst_ports, sizeof dst_ports, "%d %d", rule->dst_port, rule->dst_ports_number);
+        n = std::snprintf(out, room, "%s %.*s %s %s %.*s", source, len(protocol), protocol.data(), src_ports,
+                          dst_ports, len(target), target.data());
     }
     // The longest form (30-character texts, ten-digit number) is well under
     // the room; the result never exceeds what was written.

@@ -35,8 +35,8 @@ node_end fill(cfg_image_t &image, groups_cfg_t &list, node &n) noexcept
     // message goes on with the next node (nothing is stored, not even the
     // time-stamp).
     if (g < 0 || g >= static_cast<int32_t>(std::size(list.entries))) {
-        cfg_trace(CFG_TRACE_ERROR, "%s: invalid group entry number in %s (valid %d..%d)", "all_parser", n.path,
-                  0, static_cast<int>(std::size(list.entries)) - 1);
+        cfg_trace(CFG_TRACE_ERROR, "%s: invalid group entry number in %s (valid %d..%d)", "all_parser",
+                  n.path, 0, static_cast<int>(std::size(list.entries)) - 1);
         return parse::skip_unknown(n);
     }
     group_cfg_t &group = list.entries[g];

@@ -26,17 +26,33 @@ void put(const key &k, uint8_t *at, int64_t value) noexcept
     if (k.at.width != 0) {
         uint32_t word = 0;
         switch (k.at.size) { // little-endian targets: the low bytes
-        case 1: std::memcpy(&word, at, 1); break;
-        case 2: std::memcpy(&word, at, 2); break;
-        default: std::memcpy(&word, at, 4); break;
+        case 1:
+            std::memcpy(&word, at, 1);
+            break;
+        case 2:
+            std::memcpy(&word, at, 2);
+            break;
+        default:
+            std::memcpy(&word, at, 4);
+            break;
         }
         const uint32_t mask = ((1u << k.at.width) - 1u) << k.at.bit;
         v = (word & ~mask) | ((v << k.at.bit) & mask);
     }
     switch (k.at.size) {
-    case 1: { const auto b = static_cast<uint8_t>(v); std::memcpy(at, &b, 1); break; }
-    case 2: { const auto h = static_cast<uint16_t>(v); std::memcpy(at, &h, 2); break; }
-    default: std::memcpy(at, &v, 4); break;
+    case 1: {
+        const auto b = static_cast<uint8_t>(v);
+        std::memcpy(at, &b, 1);
+        break;
+    }
+    case 2: {
+        const auto h = static_cast<uint16_t>(v);
+        std::memcpy(at, &h, 2);
+        break;
+    }
+    default:
+        std::memcpy(at, &v, 4);
+        break;
     }
 }
 
@@ -236,20 +252,26 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value, u
     case rule::on_unless_zero:
         return put(k, at, numbers::absent(value) || numbers::parse_int(value) != 0 ? 1 : 0);
     case rule::dtmf_mime:
-        return put(k, at, begins(value, "dtmfr") ? 0 : begins(value, "dtmf") ? 1 : begins(value, "audio") ? 2 : 0);
+        return put(k, at,
+                   begins(value, "dtmfr")   ? 0
+                   : begins(value, "dtmf")  ? 1
+                   : begins(value, "audio") ? 2
+                                            : 0);
     case rule::hookflash_mime:
-        return put(k, at, begins(value, "dtmf")        ? 1
-                          : begins(value, "hookf")     ? 0
-                          : begins(value, "sscc")      ? 3
-                          : begins(value, "broadsoft") ? 2
-                                                       : 0);
+        return put(k, at,
+                   begins(value, "dtmf")        ? 1
+                   : begins(value, "hookf")     ? 0
+                   : begins(value, "sscc")      ? 3
+                   : begins(value, "broadsoft") ? 2
+                                                : 0);
     case rule::user_at_host: {
         // Both texts are zero-filled first, so an empty part clears its field.
         const std::string_view text = numbers::absent(value) ? std::string_view() : value;
         const std::size_t sep = std::min(text.find('@'), text.size());
         text_part(at, k.at.size, std::string_view(text.data(), sep));
         text_part(static_cast<uint8_t *>(record) + k.aux, static_cast<std::size_t>(k.max),
-                  sep == text.size() ? std::string_view() : std::string_view(text.data() + sep + 1, text.size() - sep - 1));
+                  sep == text.size() ? std::string_view()
+                                     : std::string_view(text.data() + sep + 1, text.size() - sep - 1));
         return;
     }
     case rule::server_text:
@@ -261,7 +283,7 @@ void store_special(const key &k, uint8_t *at, void *record, const char *value, u
     }
     case rule::flag_list:
         return put(k, at, flag_list(value, static_cast<int32_t>(k.max) + 1));
-    case rule::group_ports:   // the handlers store these with their own parsers
+    case rule::group_ports: // the handlers store these with their own parsers
     case rule::limit_line:
     case rule::modifier_rule:
     case rule::dial_plan_line:
@@ -280,13 +302,15 @@ void store(const key &k, void *record, const char *value, unsigned entry) noexce
     case kind::checkbox:
         return put(k, at, get_checkbox(value));
     case kind::range:
-        return put(k, at, get_digit_from_min_to_max_or_set_default(
-                              value, static_cast<int32_t>(k.min), static_cast<int32_t>(k.max),
-                              static_cast<int32_t>(k.def)));
+        return put(k, at,
+                   get_digit_from_min_to_max_or_set_default(value, static_cast<int32_t>(k.min),
+                                                            static_cast<int32_t>(k.max),
+                                                            static_cast<int32_t>(k.def)));
     case kind::urange:
-        return put(k, at, get_long_from_min_to_max_or_set_default(
-                              value, static_cast<uint32_t>(k.min), static_cast<uint32_t>(k.max),
-                              static_cast<uint32_t>(k.def)));
+        return put(k, at,
+                   get_long_from_min_to_max_or_set_default(value, static_cast<uint32_t>(k.min),
+                                                           static_cast<uint32_t>(k.max),
+                                                           static_cast<uint32_t>(k.def)));
     case kind::number: {
         if (numbers::absent(value))
             return put(k, at, k.def);

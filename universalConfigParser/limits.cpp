@@ -15,7 +15,10 @@ namespace {
 
 constexpr std::string_view proxy_keyword = "[proxy]";
 
-bool is_blank(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+bool is_blank(char c) noexcept
+{
+    return std::isspace(static_cast<unsigned char>(c)) != 0;
+}
 
 void clear_limit(limit_cfg_t &r, int32_t i) noexcept
 {

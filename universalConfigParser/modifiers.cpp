@@ -15,7 +15,10 @@ namespace {
 
 constexpr std::size_t line_limit = 254; // characters of a rule line that are read
 
-bool is_blank(char c) noexcept { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+bool is_blank(char c) noexcept
+{
+    return std::isspace(static_cast<unsigned char>(c)) != 0;
+}
 
 // Takes the next white-space separated word off the front of `line`.
 std::string_view next_word(std::string_view &line) noexcept
@@ -64,8 +67,7 @@ void store_modifier(modifier_cfg_t &m, const parse::param &p, bool is_rule) noex
     if (!is_rule)
         return;
     // The rule number: the digits after the last "_" of the name.
-    const int32_t r =
-        numbers::entry_number(numbers::after_underscore(p.name(), numbers::underscore::last));
+    const int32_t r = numbers::entry_number(numbers::after_underscore(p.name(), numbers::underscore::last));
     if (r < 0 || r >= static_cast<int32_t>(std::size(m.rules))) {
         cfg_trace(CFG_TRACE_ERROR, "%s: invalid modifier rule number %d (valid %d..%d)", "all_parser",
                   static_cast<int>(r), 0, static_cast<int>(std::size(m.rules)) - 1);

@@ -22,7 +22,10 @@ char *GetToken(const uint8_t *source, uint32_t n) noexcept
 namespace {
 
 // A missing name or value is shown as an empty text in the debug report.
-const char *shown(const char *text) noexcept { return text != nullptr ? text : ""; }
+const char *shown(const char *text) noexcept
+{
+    return text != nullptr ? text : "";
+}
 
 void report_param(int line, const char *name, const char *value) noexcept
 {

@@ -51,11 +51,11 @@ struct node {
     uint16_t param_count = 0;
     const uint8_t **cursor = nullptr;
     uint32_t *remaining = nullptr;
-    int32_t matches[pattern_count] = {};      // substrings found per pattern
-    char **substrings[pattern_count] = {};    // their table (index 0: whole path)
+    int32_t matches[pattern_count] = {};   // substrings found per pattern
+    char **substrings[pattern_count] = {}; // their table (index 0: whole path)
     uint16_t params_read = 0;
-    bool malformed = false;                   // a length ran past the message
-    const routes::route *route = nullptr;     // the kind of node it is (nullptr: unknown)
+    bool malformed = false;               // a length ran past the message
+    const routes::route *route = nullptr; // the kind of node it is (nullptr: unknown)
 
     // Number `part` of the path, as the route reads it.
     routes::path_number number(unsigned part = 0) const noexcept
@@ -71,8 +71,7 @@ struct node {
 class param {
 public:
     param() noexcept = default;
-    param(param &&other) noexcept
-        : name_(other.name_), value_(other.value_), name_length_(other.name_length_)
+    param(param &&other) noexcept : name_(other.name_), value_(other.value_), name_length_(other.name_length_)
     {
         other.name_ = other.value_ = nullptr;
         other.name_length_ = 0;

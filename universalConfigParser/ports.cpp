@@ -52,9 +52,10 @@ port_target select_port(cfg_image_t &image, const node &node) noexcept
 {
     const routes::path_number number = node.number(); // the path's beginning holds a '_'
     const char *text = number.text;
-    const int32_t n = number.found && number.value >= node.route->kind.first && number.value <= node.route->kind.last
-                          ? static_cast<int32_t>(number.value)
-                          : -1;
+    const int32_t n =
+        number.found && number.value >= node.route->kind.first && number.value <= node.route->kind.last
+            ? static_cast<int32_t>(number.value)
+            : -1;
     if (n < 0) {
         cfg_trace(CFG_TRACE_ERROR, "%d: Incorrect port number [%s]", __LINE__, text);
         return {};

@@ -8,16 +8,28 @@
 namespace cfg::recount {
 namespace {
 
-bool filled(const char *text) noexcept { return text[0] != '\0'; }
+bool filled(const char *text) noexcept
+{
+    return text[0] != '\0';
+}
 
 // What makes an entry of each list count as filled.
 bool is_filled(const route_t &e) noexcept
 {
     return filled(e.destination) && filled(e.netmask) && filled(e.gateway);
 }
-bool is_filled(const group_cfg_t &e) noexcept { return e.valid != 0; }
-bool is_filled(const dial_plan_t &e) noexcept { return e.type != 0; }
-bool is_filled(const firewall_rule_t &e) noexcept { return e.valid != 0; }
+bool is_filled(const group_cfg_t &e) noexcept
+{
+    return e.valid != 0;
+}
+bool is_filled(const dial_plan_t &e) noexcept
+{
+    return e.type != 0;
+}
+bool is_filled(const firewall_rule_t &e) noexcept
+{
+    return e.valid != 0;
+}
 
 template <typename Entry, std::size_t N>
 uint32_t count(const Entry (&entries)[N]) noexcept

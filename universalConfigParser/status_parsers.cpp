@@ -22,7 +22,7 @@ static_assert(sizeof(cfg_image_t::fxs_statistics[0]) == fxs_block_size,
 constexpr uint32_t number_offset = 19;
 constexpr uint32_t version_offset = 13;
 constexpr uint32_t kind_offset = 15;
-constexpr uint32_t block_offset = 19;      // every monitoring kind but 3
+constexpr uint32_t block_offset = 19; // every monitoring kind but 3
 constexpr uint32_t t3_block_offset = 23;
 
 // Monitoring kinds 1 and 7: the state word and the word that stamps it.

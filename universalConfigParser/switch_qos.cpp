@@ -9,7 +9,6 @@
 namespace cfg::handlers {
 namespace {
 
-
 constexpr const keys::key &qos_mode = keys::row(keys::switch_qos_keys, "qos_mode");
 
 void store_qos(switch_cfg_t &sw, const keys::key &k, const parse::param &p) noexcept

@@ -64,7 +64,10 @@ bool scan_uint(const char *text, uint32_t &out) noexcept;
 // "%x" scanning (an optional 0x / 0X prefix is accepted, as sscanf does).
 bool scan_hex(const char *text, uint32_t &out) noexcept;
 
-inline bool absent(const char *value) noexcept { return value == nullptr || value[0] == '\0'; }
+inline bool absent(const char *value) noexcept
+{
+    return value == nullptr || value[0] == '\0';
+}
 
 // std::string_view::starts_with without the bounds-checked compare behind
 // it, whose throwing helper would be referenced from the library in builds

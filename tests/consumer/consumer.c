@@ -29,8 +29,7 @@ int main(void)
         return 2;
     image->max_ports = CFG_MAX_PORTS;
     all_parser(image, message);
-    ok = written > 0 && image->h323.timetolive == 42 &&
-         strcmp(image->h323.gatekeeperip, "10.20.0.5") == 0;
+    ok = written > 0 && image->h323.timetolive == 42 && strcmp(image->h323.gatekeeperip, "10.20.0.5") == 0;
     printf("consumer: %d bytes written, timetolive %d, gatekeeperip %s\n", written,
            (int)image->h323.timetolive, image->h323.gatekeeperip);
     free(image);

@@ -51,8 +51,14 @@ void *counted(void *p, bool new_block)
 
 } // namespace
 
-extern "C" void *malloc(std::size_t n) { return refuse_this_one() ? nullptr : counted(__libc_malloc(n), true); }
-extern "C" void *calloc(std::size_t count, std::size_t n) { return refuse_this_one() ? nullptr : counted(__libc_calloc(count, n), true); }
+extern "C" void *malloc(std::size_t n)
+{
+    return refuse_this_one() ? nullptr : counted(__libc_malloc(n), true);
+}
+extern "C" void *calloc(std::size_t count, std::size_t n)
+{
+    return refuse_this_one() ? nullptr : counted(__libc_calloc(count, n), true);
+}
 extern "C" void *realloc(void *old, std::size_t n)
 {
     return refuse_this_one() ? nullptr : counted(__libc_realloc(old, n), old == nullptr);
@@ -67,7 +73,9 @@ extern "C" void free(void *p)
 
 namespace {
 
-struct parse_result { long calls = 0, leaked = 0; }; // allocations asked for during the parse, still live after it
+struct parse_result {
+    long calls = 0, leaked = 0;
+}; // allocations asked for during the parse, still live after it
 
 // One parse with allocation `refuse` (1-based; 0: none) refused, or with
 // every allocation from that one on refused.
@@ -190,13 +198,16 @@ TEST_F(AllocFailure, RefusedCopySkipsOnlyItsParam)
     const std::string p2 = "    gatekeeperip = 10.20.0.5\n";
     const std::string p3 = "    password = gk-Secret7\n";
     const std::string nothing = "[config.VOIP.none]\n";
-    struct row { long refuse; std::string stored; }; // stored: the message whose plain parse gives the same image
+    struct row {
+        long refuse;
+        std::string stored;
+    }; // stored: the message whose plain parse gives the same image
     const row rows[] = {
-        {1, nothing},               // the path copy: the parse ends, nothing stored
-        {2, head + p2 + p3},        // the first name
-        {3, head + p2 + p3},        // the first value
-        {4, head + p1 + p3}, {5, head + p1 + p3}, {6, head + p1 + p2}, {7, head + p1 + p2},
-        {8, head + p1 + p2 + p3},   // past the last copy: nothing refused
+        {1, nothing},        // the path copy: the parse ends, nothing stored
+        {2, head + p2 + p3}, // the first name
+        {3, head + p2 + p3}, // the first value
+        {4, head + p1 + p3}, {5, head + p1 + p3},      {6, head + p1 + p2},
+        {7, head + p1 + p2}, {8, head + p1 + p2 + p3}, // past the last copy: nothing refused
     };
     const std::vector<uint8_t> message = cfgmsg::message_from_text(head + p1 + p2 + p3);
     for (const row &r : rows) {

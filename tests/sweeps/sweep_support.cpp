@@ -61,7 +61,7 @@ std::vector<std::size_t> node_starts(const std::vector<uint8_t> &message)
         at += 2;
         for (std::size_t i = 0; i < params; ++i) {
             at += 2 + get_u16(message, at); // name
-            at += 2 + get_u16(message, at);   // value
+            at += 2 + get_u16(message, at); // value
         }
         if (at + 1 == message.size())
             break;
@@ -76,7 +76,10 @@ void set_body_length_at(uint8_t *message, uint32_t length)
         message[4 + i] = static_cast<uint8_t>(length >> (8 * i));
 }
 
-void freeze_clock(bool frozen) { clock_frozen = frozen; }
+void freeze_clock(bool frozen)
+{
+    clock_frozen = frozen;
+}
 
 bool lock_is_free()
 {

@@ -29,8 +29,7 @@ bool sweep_all()
 
 // Parses header and operation byte followed by `length` bytes from `from`,
 // as a message whose body ends there, in a buffer of exactly that size.
-void parse_cut(cfg_image_t &image, const std::vector<uint8_t> &message, std::size_t from,
-               std::size_t length)
+void parse_cut(cfg_image_t &image, const std::vector<uint8_t> &message, std::size_t from, std::size_t length)
 {
     const std::size_t body = 1 + length;
     std::unique_ptr<uint8_t[]> cut(new uint8_t[12 + body]);
@@ -111,8 +110,8 @@ TEST_F(Truncation, CutsOfTheWholeSample)
                 << "a cut after node " << complete << " stores what those nodes store";
         }
     }
-    std::printf("truncation sweep: %zu cuts of the whole sample of %zu (%s), %zu node boundaries\n",
-                cuts, body, all ? "every cut" : "sampled", starts.size() - 1);
+    std::printf("truncation sweep: %zu cuts of the whole sample of %zu (%s), %zu node boundaries\n", cuts,
+                body, all ? "every cut" : "sampled", starts.size() - 1);
     EXPECT_GT(cuts, starts.size());
 }
 
