@@ -121,6 +121,12 @@ void encode_node(std::vector<std::uint8_t> &out, const node &nd);
 // that parses always encodes (every length is checked here).
 bool parse_text(std::string_view text, message &out, text_error &err);
 
+// The blanks of a text-form line (space, tab, carriage return), a line
+// without them at either end, and the value of a hex digit (-1: none).
+bool is_blank(char c);
+std::string_view trim(std::string_view s);
+int hex_digit(char c);
+
 // Text escaping of one path, name or value, as `to_text` writes it.
 enum class field_kind { path, name, value };
 std::string escape(std::string_view raw, field_kind kind);

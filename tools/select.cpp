@@ -17,17 +17,6 @@ namespace cfgmsg {
 
 namespace {
 
-int hex_value(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
 // The byte an escape at word[i] ('\\' there) stands for, and its length;
 // nullopt (with `error`) for a bad one.
 std::optional<char> escaped(std::string_view word, std::size_t i, std::size_t &length, std::string &error)
@@ -42,8 +31,8 @@ std::optional<char> escaped(std::string_view word, std::size_t i, std::size_t &l
     case 't':
         return '\t';
     case 'x': {
-        const int hi = i + 2 < word.size() ? hex_value(word[i + 2]) : -1;
-        const int lo = i + 3 < word.size() ? hex_value(word[i + 3]) : -1;
+        const int hi = i + 2 < word.size() ? hex_digit(word[i + 2]) : -1;
+        const int lo = i + 3 < word.size() ? hex_digit(word[i + 3]) : -1;
         if (hi < 0 || lo < 0)
             break;
         length = 4;

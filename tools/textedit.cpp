@@ -7,20 +7,6 @@ namespace cfgmsg {
 
 namespace {
 
-bool is_blank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r';
-}
-
-std::string_view trim(std::string_view s)
-{
-    while (!s.empty() && is_blank(s.front()))
-        s.remove_prefix(1);
-    while (!s.empty() && is_blank(s.back()))
-        s.remove_suffix(1);
-    return s;
-}
-
 // The lines of one node: its '[path]' line and one line per param.
 struct node_lines {
     std::size_t header = 0;
