@@ -204,6 +204,7 @@ def main():
             found = f.read()
         write_seed(folders["all_parser"], found)
         write_seed(folders["roundtrip"], found)
+        write_seed(folders["check_agrees"], found)
 
     # Dictionary of fuzz_all_parser and fuzz_roundtrip: every node path and
     # key, alone and with its 16-bit length in front.

@@ -141,6 +141,7 @@ TEST(CheckAgrees, WithTheLibraryOnTheSamplesAndOnValuesStoredOtherwise)
              "[config.VOIP.h323]\ntimetolive = -1\nkeepalivetime = 7x\n[config.VOIP.no_such]\na = 1\n",
              "[config.VOIP.profile.profile_9.sip]\ntimer = 0\n[config.VOIP.h323]\ntimetolive = 5\n",
              "[config.VOIP.profile.profile_0.codecs]\nt38_datagram = 300\ng711pte = 25\n",
+             "[config.VOIP.cadences.cadence_18]\nrule = 400,200,40\\x00400\n", // read up to the NUL
          }) {
         SCOPED_TRACE(text);
         EXPECT_EQ(check_agrees::check(cfgmsg::message_from_text(text), CFG_MAX_PORTS), "");

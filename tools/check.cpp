@@ -165,9 +165,13 @@ void check_message(const std::string &file, const message &msg, cfg_image_t &ima
             if (!comparable(*k))
                 continue;
             const std::string stored = stored_text(*k, record, static_cast<unsigned>(n));
-            if (stored == (value == nullptr ? "" : value) || (value == nullptr && stored == "0"))
+            if (value == nullptr ? stored.empty() || stored == "0" : stored == *p.value)
                 continue; // stored as sent (no value clears a number)
-            out.push_back({file, nd.path, p.name, p.value, stored, why(*k, value, stored)});
+            // The library reads a value up to its first NUL byte.
+            const bool cut_at_nul =
+                value != nullptr && p.value->size() != std::strlen(value) && stored == value;
+            out.push_back({file, nd.path, p.name, p.value, stored,
+                           cut_at_nul ? "a NUL byte in the value: read up to it" : why(*k, value, stored)});
         }
     }
 }
