@@ -1,5 +1,7 @@
 #include "route.h"
 
+#include "msgedit.h"
+
 #include "universalConfigParser/text_numbers.h"
 
 namespace cfgmsg {
@@ -83,12 +85,7 @@ bool split_by_route(std::string_view ref, std::string &path, std::string &name)
             return true;
         }
     }
-    const std::size_t dot = ref.rfind('.');
-    if (dot == std::string_view::npos || dot == 0 || dot + 1 == ref.size())
-        return false;
-    path = ref.substr(0, dot);
-    name = ref.substr(dot + 1);
-    return true;
+    return split_param_ref(ref, path, name);
 }
 
 std::optional<std::string> path_warning(const std::string &path)
