@@ -63,6 +63,9 @@ public:
         ratio("full parse / reader walk (copies only)", "BM_AllParser_FullConfig",
               "BM_ReaderWalk_FullConfig");
         ratio("reader walk (copies only) / bare walk", "BM_ReaderWalk_FullConfig", "BM_BareWalk_FullConfig");
+        ratio("walk with fixed duties / reader walk (copies)", "BM_DutiesWalk_FullConfig",
+              "BM_ReaderWalk_FullConfig");
+        ratio("full parse / walk with fixed duties", "BM_AllParser_FullConfig", "BM_DutiesWalk_FullConfig");
         counter_line("full parse / bare walk, alternated in one loop", "BM_ParseOverWalk_Paired",
                      "parse/walk");
         ratio("classify, compile per call / cached, all paths", "BM_Classify_CompilePerCall/0",
@@ -98,7 +101,7 @@ private:
         const figures *b = find(fast);
         if (a == nullptr || b == nullptr || b->cpu_seconds <= 0)
             return;
-        std::printf("  %-55s %8.1fx\n", what, a->cpu_seconds / b->cpu_seconds);
+        std::printf("  %-55s %8.2fx\n", what, a->cpu_seconds / b->cpu_seconds);
     }
 
     void counter_line(const char *what, const std::string &name, const char *key) const
