@@ -3,7 +3,8 @@
 // field.
 #pragma once
 
-#include <cctype>
+#include "cfgmngr/text_class.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -11,10 +12,7 @@
 
 namespace cfg::lists {
 
-inline bool is_space(char c) noexcept
-{
-    return std::isspace(static_cast<unsigned char>(c)) != 0;
-}
+using text::is_space;
 
 // The next white-space separated word of `rest` (as "%s" scans it), or an
 // empty view when only white space is left; `rest` moves past the word.

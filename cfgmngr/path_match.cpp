@@ -2,10 +2,10 @@
 // trimmed substrings, the release of such a table, and the white-space
 // normaliser.
 #include "cfgmngr/path_match.h"
+#include "cfgmngr/text_class.h"
 
 #include <cfgparser.h>
 
-#include <cctype>
 #include <cstdlib>
 #include <cstring>
 
@@ -15,16 +15,6 @@ namespace {
 // libpcre needs room for three integers per substring: the whole match and
 // up to 12 capture groups.
 constexpr int vector_size = 40;
-
-// Letters and digits are white space in no locale; other bytes are asked of
-// the locale's table.
-bool is_space(char c) noexcept
-{
-    const auto u = static_cast<unsigned char>(c);
-    if (static_cast<unsigned>((u | 0x20) - 'a') < 26 || static_cast<unsigned>(u - '0') < 10)
-        return false;
-    return std::isspace(u) != 0;
-}
 
 // Appends a copy of text to the table, keeping room for one pointer more
 // than the count. On exhausted memory the text is skipped.
@@ -96,7 +86,7 @@ void free_table(char **table, int count) CFG_NOEXCEPT
 
 char *trim(char *text) CFG_NOEXCEPT
 {
-    using cfg::match::is_space;
+    using cfg::text::is_space;
     if (text == nullptr)
         return text;
     const char *from = text;

@@ -3,10 +3,10 @@
 // the rule's 96-position mask.
 #include <cfgparser.h>
 
+#include "cfgmngr/text_class.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -53,13 +53,12 @@ struct rule_fields {
     int32_t field11 = 0;
 };
 
-bool is_space(char c) noexcept
-{
-    return std::isspace(static_cast<unsigned char>(c)) != 0;
-}
+using text::is_space;
+
+// Decimal digits are the same ten characters in every locale.
 bool is_digit(char c) noexcept
 {
-    return std::isdigit(static_cast<unsigned char>(c)) != 0;
+    return static_cast<unsigned>(static_cast<unsigned char>(c) - '0') < 10;
 }
 
 // Reads the line field by field the way "%s" and "%d" conversions do: the

@@ -1,5 +1,6 @@
 // Converters from a param's value text to a field of the configuration image,
 // and the reader of element numbers in node paths and param names.
+#include "cfgmngr/text_class.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <cfgparser.h>
@@ -14,7 +15,7 @@ namespace {
 
 const char *skip_space_and_sign(const char *text, bool &negative) noexcept
 {
-    while (std::isspace(static_cast<unsigned char>(*text)))
+    while (text::is_space(*text))
         ++text;
     negative = *text == '-';
     if (*text == '+' || *text == '-')

@@ -2,10 +2,10 @@
 // key, and the few keys with a rule of their own.
 #include "cfgmngr/key_table.h"
 #include "cfgmngr/list_words.h"
+#include "cfgmngr/text_class.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -378,10 +378,10 @@ bool split_rule_name(std::string_view prefix, const char *name, int32_t rules, i
     if (text == nullptr || *text != '.')
         return false;
     ++text;
-    while (std::isspace(static_cast<unsigned char>(*text)))
+    while (text::is_space(*text))
         ++text;
     std::size_t length = 0;
-    while (text[length] != '\0' && !std::isspace(static_cast<unsigned char>(text[length])))
+    while (text[length] != '\0' && !text::is_space(text[length]))
         ++length;
     if (length == 0 || length > field_word_max || n < 0 || n >= rules)
         return false;

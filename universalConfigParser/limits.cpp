@@ -2,10 +2,10 @@
 // value a target word and a number ("[proxy]" or any other word).
 #include "universalConfigParser/handlers.h"
 #include "cfgmngr/key_tables.h"
+#include "cfgmngr/text_class.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <iterator>
 #include <string_view>
@@ -14,11 +14,6 @@ namespace cfg::handlers {
 namespace {
 
 constexpr std::string_view proxy_keyword = "[proxy]";
-
-bool is_blank(char c) noexcept
-{
-    return std::isspace(static_cast<unsigned char>(c)) != 0;
-}
 
 void clear_limit(limit_cfg_t &r, int32_t i) noexcept
 {
@@ -36,10 +31,10 @@ void store_limit(limit_cfg_t &r, int32_t i, const char *value) noexcept
     if (numbers::absent(value))
         return clear_limit(r, i);
     std::string_view rest(value);
-    while (!rest.empty() && is_blank(rest.front()))
+    while (!rest.empty() && text::is_space(rest.front()))
         rest.remove_prefix(1);
     std::size_t length = 0;
-    while (length < rest.size() && !is_blank(rest[length]))
+    while (length < rest.size() && !text::is_space(rest[length]))
         ++length;
     if (length == 0)
         return clear_limit(r, i);

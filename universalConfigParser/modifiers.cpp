@@ -2,10 +2,10 @@
 // "mod_rule_0" .. "mod_rule_31", each value a line of three words.
 #include "universalConfigParser/handlers.h"
 #include "cfgmngr/key_tables.h"
+#include "cfgmngr/list_words.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <iterator>
 #include <string_view>
@@ -14,24 +14,6 @@ namespace cfg::handlers {
 namespace {
 
 constexpr std::size_t line_limit = 254; // characters of a rule line that are read
-
-bool is_blank(char c) noexcept
-{
-    return std::isspace(static_cast<unsigned char>(c)) != 0;
-}
-
-// Takes the next white-space separated word off the front of `line`.
-std::string_view next_word(std::string_view &line) noexcept
-{
-    while (!line.empty() && is_blank(line.front()))
-        line.remove_prefix(1);
-    std::size_t length = 0;
-    while (length < line.size() && !is_blank(line[length]))
-        ++length;
-    const std::string_view word(line.data(), length); // length <= line.size()
-    line.remove_prefix(length);
-    return word;
-}
 
 // A word longer than its member is cut to the member's size.
 template <std::size_t N>
@@ -50,9 +32,9 @@ void store_rule(mod_rule_t &rule, const char *value) noexcept
     if (numbers::absent(value))
         return;
     std::string_view line(value, strnlen(value, line_limit));
-    const std::string_view w1 = next_word(line);
-    const std::string_view w2 = next_word(line);
-    const std::string_view w3 = next_word(line);
+    const std::string_view w1 = lists::next_word(line);
+    const std::string_view w2 = lists::next_word(line);
+    const std::string_view w3 = lists::next_word(line);
     if (w3.empty())
         return;
     put_word(rule.word1, w1);
