@@ -26,12 +26,6 @@ void send_rows(msg_writer &w, std::span<const keys::key> rows, std::span<const u
     }
 }
 
-inline void send_rows(msg_writer &w, std::span<const keys::key> rows, std::span<const uint16_t> order,
-                      const void *record) noexcept
-{
-    send_rows(w, rows, order, record, [](const keys::key &) {});
-}
-
 // The one row a list writer sends: its list line, named after the row.
 template <std::size_t N, std::size_t M>
 consteval const keys::key &only_row(const keys::key (&rows)[N], const std::array<uint16_t, M> &order)

@@ -94,6 +94,7 @@ void servers(msg_writer &w, const profile_sip_cfg_t &s) noexcept
     }
 }
 
+// A row of its own format; the registrars went out with the proxies.
 void own_format(msg_writer &w, const keys::key &k, const profile_sip_cfg_t &s) noexcept
 {
     if (&k == &no_replaces)
