@@ -1,6 +1,6 @@
 // Writer of the 32 ring cadences.
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_voip.h"
-#include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
@@ -10,10 +10,6 @@ using cfg::dump::msg_writer;
 namespace keys = cfg::keys;
 
 namespace {
-
-// The keys in the order they are sent; the mask goes out as its flag list.
-constexpr auto cadence_order = keys::pick(keys::cadence_keys, "rule", "ring", "pause");
-constexpr const keys::key &mask_key = keys::row(keys::cadence_keys, "mask");
 
 // Room for every flag: "0,1,2,3,4,5,6,7" and the NUL.
 using mask_text_t = char[16];
@@ -41,8 +37,10 @@ void cadence_node(msg_writer &w, int number, const cadence_cfg_t &cadence) noexc
     mask_to_text(cadence.mask, mask);
 
     w.node(path);
-    w.fields(keys::cadence_keys, cadence_order, &cadence);
-    w.text(mask_key.wire_name().data(), static_cast<const char *>(mask));
+    // The mask goes out as its flag list.
+    cfg::dump::send_rows(
+        w, keys::cadence_keys, cfg::routes::rows_cadence_cadence_config_save, &cadence,
+        [&](const keys::key &k) { w.text(k.wire_name().data(), static_cast<const char *>(mask)); });
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // Writer of the dial-plan rules of one profile.
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_voip.h"
-#include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
@@ -12,7 +12,10 @@ using cfg::dump::msg_writer;
 
 namespace {
 
-constexpr const char *rule_name = cfg::keys::row(cfg::keys::dialplan_keys, "dialplan").wire_name().data();
+constexpr const char *rule_name =
+    cfg::dump::only_row(cfg::keys::dialplan_keys, cfg::routes::rows_dialplan_profile_dialplan_to_file)
+        .wire_name()
+        .data();
 
 // Characters of a text field up to its NUL, never past the field.
 template <std::size_t N>

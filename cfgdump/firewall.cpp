@@ -1,5 +1,6 @@
 // Writers of the firewall rules.
 #include "cfgdump/numbered_params.h"
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_network.h"
 
 #include <cfgparser.h>
@@ -9,7 +10,11 @@ using cfg::dump::numbered_name;
 
 namespace {
 
-constexpr const char *rule_key = cfg::keys::row(cfg::keys::firewall_keys, "rule").wire_name().data();
+// Also the name of the one rule firewall_to_file sends.
+constexpr const char *rule_key =
+    cfg::dump::only_row(cfg::keys::firewall_keys, cfg::routes::rows_firewall_all_firewall_to_file)
+        .wire_name()
+        .data();
 
 // One "rule_<k>" param with the rule's text form.
 void rule_param(msg_writer &w, uint32_t k, const firewall_rule_t &rule) noexcept

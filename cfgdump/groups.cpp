@@ -1,8 +1,8 @@
 // Writer of the hunt groups of one kind: the valid groups renumbered from 0,
 // then an empty node for every other number, which clears that group on the
 // configuration manager's side.
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_voip.h"
-#include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
@@ -15,18 +15,6 @@ namespace cfg::dump {
 namespace {
 
 constexpr int group_count = CFG_GROUPS;
-
-// The keys in the order they are sent, between the member ports and the
-// keys of one kind of group only.
-constexpr auto &rows = keys::group_keys;
-constexpr auto account_keys = keys::pick(rows, "phone", "name", "password");
-constexpr const keys::key &ports_key = keys::row(rows, "ports");
-constexpr auto type_key = keys::pick(rows, "type");
-constexpr auto subscriber_keys = keys::pick(rows, "timeout"); // subscriber-port groups only
-constexpr auto state_keys = keys::pick(rows, "busy", "enabled", "sip_port");
-constexpr auto line_keys =
-    keys::pick(rows, "dont_transmit_prefix", "transmit_number", "fxo_call_busy"); // line-port groups only
-constexpr auto profile_key = keys::pick(rows, "profile_id");
 
 void group_path(char (&path)[48], bool fxo, int index) noexcept
 {
@@ -41,16 +29,14 @@ void group_node(msg_writer &w, const group_cfg_t &g, bool fxo, int index) noexce
     char ports[256] = {};
     cfg_port_to_string(&g, ports);
 
+    // Each kind of group sends its own rows; the member ports go out as
+    // their list text.
     w.node(path);
-    w.fields(rows, account_keys, &g);
-    w.text(ports_key.wire_name().data(), static_cast<const char *>(ports));
-    w.fields(rows, type_key, &g);
-    if (!fxo)
-        w.fields(rows, subscriber_keys, &g);
-    w.fields(rows, state_keys, &g);
-    if (fxo)
-        w.fields(rows, line_keys, &g);
-    w.fields(rows, profile_key, &g);
+    send_rows(w, keys::group_keys,
+              fxo ? std::span<const uint16_t>(routes::rows_fxo_group_groups_to_file)
+                  : std::span<const uint16_t>(routes::rows_group_groups_to_file),
+              &g,
+              [&](const keys::key &k) { w.text(k.wire_name().data(), static_cast<const char *>(ports)); });
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Writer of the static host table.
 #include "cfgdump/numbered_params.h"
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_network.h"
 #include "cfgmngr/list_words.h"
 
@@ -11,7 +12,8 @@ using cfg::lists::field_text;
 using cfg::lists::filled;
 
 namespace {
-constexpr const char *host_key = cfg::keys::row(cfg::keys::hosts_keys, "host").wire_name().data();
+constexpr const char *host_key =
+    cfg::dump::only_row(cfg::keys::hosts_keys, cfg::routes::rows_hosts_sendHostsToCfgMngr).wire_name().data();
 } // namespace
 
 extern "C" {

@@ -2,20 +2,11 @@
 // VLAN choice of the network settings.
 #include "cfgdump/network_nodes.h"
 #include "cfgmngr/keys_network.h"
+#include "cfgmngr/writer_rows.h"
 
 #include <cfgparser.h>
 
 using cfg::dump::msg_writer;
-
-namespace {
-
-constexpr auto ipsec_sent =
-    cfg::keys::pick(cfg::keys::ipsec_keys, "Enable", "LocalIP", "LocalSubnet", "LocalNetmask", "RemoteSubnet",
-                    "RemoteNetmask", "RemoteGateway", "NAT", "NATPort", "NATKeepAlive", "AgressiveMode",
-                    "IdentifierType", "Identifier", "PreshareKey", "IKEAuthAlgorithm", "IKEEncryptAlgorithm",
-                    "IKEDhGroup", "IKELifeTime", "AuthAlgorithm", "EncryptAlgorithm", "PfsGroup", "Lifetime");
-
-} // namespace
 
 extern "C" {
 
@@ -25,7 +16,7 @@ int ipsec_save(uint8_t **cursor, const ipsec_cfg_t *ipsec, const network_cfg_t *
         return 0;
     msg_writer w(cursor, "ipsec_save");
     w.node("config.Network.IPSec");
-    w.fields(cfg::keys::ipsec_keys, ipsec_sent, ipsec);
+    w.fields(cfg::keys::ipsec_keys, cfg::routes::rows_ipsec_ipsec_save, ipsec);
     cfg::dump::network_ipsec_vlans_node(w, *network);
     return w.finish();
 }

@@ -1,7 +1,7 @@
 // Writer of the call limits: the limits below `ceiling` renumbered from 0,
 // then empty params for the numbers the configuration manager must drop.
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_voip.h"
-#include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
@@ -14,7 +14,8 @@ using cfg::dump::msg_writer;
 
 namespace {
 
-constexpr const char *limit_name = cfg::keys::row(cfg::keys::limit_keys, "limit").wire_name().data();
+constexpr const char *limit_name =
+    cfg::dump::only_row(cfg::keys::limit_keys, cfg::routes::rows_limits_save_limits).wire_name().data();
 
 } // namespace
 

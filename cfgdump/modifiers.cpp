@@ -1,7 +1,7 @@
 // Writer of one number modifier: its filled rules renumbered from 0, then
 // empty params up to its count.
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_voip.h"
-#include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
@@ -14,7 +14,8 @@ using cfg::dump::msg_writer;
 namespace cfg::dump {
 namespace {
 
-constexpr const char *rule_name = keys::row(keys::modifier_keys, "mod_rule_").wire_name().data();
+constexpr const char *rule_name =
+    only_row(keys::modifier_keys, routes::rows_modifier_modifier_to_file).wire_name().data();
 
 // Characters of a written rule line.
 constexpr std::size_t rule_text_size = 254; // 253 characters and the NUL

@@ -4,6 +4,7 @@
 #include "cfgdump/network_nodes.h"
 #include "cfgmngr/keys_network.h"
 #include "cfgmngr/msg_writer.h"
+#include "cfgmngr/writer_rows.h"
 
 #include <cfgparser.h>
 
@@ -11,34 +12,8 @@ namespace cfg::dump {
 namespace {
 
 using keys::network_keys;
-using keys::pick;
 
 constexpr const char *network_path = "config.Network.network";
-
-#define VLAN_IFACE(n)                                                                                     \
-    "VLAN" #n, "VID" #n, "DHCPD" #n, "DHCP_GW" #n, "V" #n "IPADDR", "V" #n "NETMASK", "V" #n "BROADCAST", \
-        "COS" #n, "V" #n "MTU"
-constexpr auto network_sent =
-    pick(network_keys, "IPADDR", "NETMASK", "GATEWAY", "BROADCAST", "MTU", "DNSIP", "RESERVED_DNSIP",
-         "TELNET_EN", "TELNET_PORT", "SSH_EN", "SSH_PORT", "STP_EN", "DHCPD", "DHCP_GW", "PPPOE_ENABLE",
-         "PPPOE_USER", "PPPOE_PASSWORD", "PPPOE_VLAN", "PPPOE_VID", "PPPOE_MTU", "WEB_PORT", "HTTPS_PORT",
-         "WEB_EN", "USE_VENDOR_INFO", "VENDOR_INFO", "opt82_cid", "opt82_rid", VLAN_IFACE(1), VLAN_IFACE(2),
-         VLAN_IFACE(3), "RTP_VLAN", "SIG_VLAN", "CTL_VLAN", "PPTP_ENABLE", "PPTP_SERVER", "PPTP_USER",
-         "PPTP_PASSWORD", "PPTP_VLAN", "PPTP_VID", "PPTP_ACCESSTYPE", "PPTP_IP", "PPTP_NETMASK", "PPTP_GW",
-         "PPTP_DNS", "PPTP_IF_MTU");
-#undef VLAN_IFACE
-
-constexpr auto autoupdate_sent =
-    pick(network_keys, "AUTOUPDATE", "AUTOUPDATE_SRC", "AUTOUPDATE_TFTP", "AUTOUPDATE_CFG", "AUTOUPDATE_FW",
-         "AUTOUPDATE_CFG_MODE", "AUTOUPDATE_FW_MODE", "CFG_INTERVAL", "FW_INTERVAL", "CFG_TIME", "FW_TIME",
-         "AUTOUPDATE_PROTO", "AUTOUPDATE_AUTH", "AUTOUPDATE_USER", "AUTOUPDATE_PASS");
-constexpr auto ntp_sent = pick(network_keys, "NTPEN", "NTP_INTERVAL", "NTPIP", "ZONEINFO", "DST_ENABLE",
-                               "DST_START", "DST_END", "DST_OFFSET");
-constexpr auto radius_sent =
-    pick(network_keys, "RADIUS_ENABLE", "RADIUS_SERVER", "RADIUS_SECRET", "RADIUS_RETRY");
-constexpr auto language_sent = pick(network_keys, "LANGUAGE");
-constexpr auto snmp_switch_sent = pick(network_keys, "SNMP");
-constexpr auto ipsec_vlans_sent = pick(network_keys, "CTL_VLAN", "SIG_VLAN");
 
 // A frame with one "config.Network.network" node of the listed keys.
 template <std::size_t M>
@@ -56,13 +31,13 @@ int network_frame(uint8_t **cursor, const char *writer, const std::array<uint16_
 void network_snmp_node(msg_writer &w, const network_cfg_t &network) noexcept
 {
     w.node(network_path);
-    w.fields(network_keys, snmp_switch_sent, &network);
+    w.fields(network_keys, routes::rows_network_snmp_save, &network);
 }
 
 void network_ipsec_vlans_node(msg_writer &w, const network_cfg_t &network) noexcept
 {
     w.node(network_path);
-    w.fields(network_keys, ipsec_vlans_sent, &network);
+    w.fields(network_keys, routes::rows_network_ipsec_save, &network);
 }
 
 } // namespace cfg::dump
@@ -78,9 +53,9 @@ int save_network(uint8_t **cursor, const network_cfg_t *network, const lldp_cfg_
         return 0;
     msg_writer w(cursor, "save_network");
     w.node(cfg::dump::network_path);
-    w.fields(cfg::keys::network_keys, cfg::dump::network_sent, network);
+    w.fields(cfg::keys::network_keys, cfg::routes::rows_network_save_network, network);
     w.node("config.Network.LLDP");
-    w.fields(cfg::keys::lldp_keys, lldp);
+    w.fields(cfg::keys::lldp_keys, cfg::routes::rows_lldp_save_network, lldp);
     return w.finish();
 }
 
@@ -88,28 +63,28 @@ int save_autoupdate(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
     if (cfg::dump::refused("save_autoupdate", cursor, {network}))
         return 0;
-    return network_frame(cursor, "save_autoupdate", cfg::dump::autoupdate_sent, *network);
+    return network_frame(cursor, "save_autoupdate", cfg::routes::rows_network_save_autoupdate, *network);
 }
 
 int save_ntp(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
     if (cfg::dump::refused("save_ntp", cursor, {network}))
         return 0;
-    return network_frame(cursor, "save_ntp", cfg::dump::ntp_sent, *network);
+    return network_frame(cursor, "save_ntp", cfg::routes::rows_network_save_ntp, *network);
 }
 
 int save_radius(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
     if (cfg::dump::refused("save_radius", cursor, {network}))
         return 0;
-    return network_frame(cursor, "save_radius", cfg::dump::radius_sent, *network);
+    return network_frame(cursor, "save_radius", cfg::routes::rows_network_save_radius, *network);
 }
 
 int language_save(uint8_t **cursor, const network_cfg_t *network) CFG_NOEXCEPT
 {
     if (cfg::dump::refused("language_save", cursor, {network}))
         return 0;
-    return network_frame(cursor, "language_save", cfg::dump::language_sent, *network);
+    return network_frame(cursor, "language_save", cfg::routes::rows_network_language_save, *network);
 }
 
 } // extern "C"

@@ -36,7 +36,7 @@ constexpr auto &one_port_keys = cfg::routes::rows_port_one_port_to_file;
 // and call-forwarding targets belong to each port and are not written here.
 constexpr auto &port_def_keys = cfg::routes::rows_port_def_profile_def_port_to_file;
 
-constexpr const keys::key &pickup = keys::row(keys::port_keys, "pickup");
+constexpr auto &pickup_keys = cfg::routes::rows_port_all_ports_pickup_to_file;
 
 // The ports that the all-ports writers cover: 0 .. max_ports - 1, never more
 // than the image holds.
@@ -68,7 +68,7 @@ int all_ports_pickup_to_file(uint8_t **cursor, const cfg_image_t *image) CFG_NOE
     msg_writer w(cursor, "all_ports_pickup_to_file");
     for (uint32_t i = 0; i < ports_to_write(*image); ++i) {
         port_node(w, "config.VOIP.ports.port_%d", i);
-        w.field(pickup, &image->ports[i]);
+        w.fields(keys::port_keys, pickup_keys, &image->ports[i]);
     }
     return w.finish();
 }

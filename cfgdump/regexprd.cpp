@@ -1,6 +1,7 @@
 // Writer of the regular-expression dial plan of one profile.
 #include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
+#include "cfgmngr/writer_rows.h"
 
 #include <cfgparser.h>
 
@@ -8,13 +9,6 @@
 
 using cfg::dump::msg_writer;
 namespace keys = cfg::keys;
-
-namespace {
-
-// The keys in the order they are sent.
-constexpr auto regexprd_order = keys::pick(keys::regexprd_keys, "regex_on", "proto", "regex", "start_timer");
-
-} // namespace
 
 extern "C" {
 
@@ -27,7 +21,7 @@ int profile_dialplan_regular_to_file(uint8_t **cursor, int profile,
     char path[64];
     std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.regexprd", profile);
     w.node(path);
-    w.fields(keys::regexprd_keys, regexprd_order, cfg);
+    w.fields(keys::regexprd_keys, cfg::routes::rows_regexprd_profile_dialplan_regular_to_file, cfg);
     return w.finish();
 }
 

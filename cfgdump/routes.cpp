@@ -1,5 +1,6 @@
 // Writer of the static routes.
 #include "cfgdump/numbered_params.h"
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_network.h"
 #include "cfgmngr/list_words.h"
 
@@ -14,7 +15,10 @@ using cfg::lists::filled;
 
 namespace {
 
-constexpr const char *route_key = cfg::keys::row(cfg::keys::routes_keys, "route").wire_name().data();
+constexpr const char *route_key =
+    cfg::dump::only_row(cfg::keys::routes_keys, cfg::routes::rows_routes_sendRoutesToCfgMngr)
+        .wire_name()
+        .data();
 
 bool is_filled(const route_t &r) noexcept
 {

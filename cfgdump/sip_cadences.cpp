@@ -1,7 +1,7 @@
-// Writer of the alert-info cadences of a VoIP profile: every key of a
-// cadence in table order.
+// Writer of the alert-info cadences of a VoIP profile.
 #include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
+#include "cfgmngr/writer_rows.h"
 
 #include <cfgparser.h>
 
@@ -23,7 +23,8 @@ int profile_alert_info_save(uint8_t **cursor, int profile, const profile_cfg_t *
         std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.sip_cadences.sip_cadence_%d",
                       profile, c);
         w.node(path);
-        w.fields(cfg::keys::sip_cadence_keys, &cadence);
+        w.fields(cfg::keys::sip_cadence_keys, cfg::routes::rows_sip_cadence_profile_alert_info_save,
+                 &cadence);
     }
     return w.finish();
 }

@@ -1,6 +1,6 @@
 // Writer of the SIP settings of a VoIP profile.
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_voip.h"
-#include "cfgmngr/msg_writer.h"
 
 #include <cfgparser.h>
 
@@ -14,28 +14,21 @@ namespace {
 
 constexpr const auto &rows = keys::sip_profile_keys;
 
-// The keys sent through their rows, in the order they are sent, between the
-// params sent in their own format.
-constexpr auto head_keys = keys::pick(rows, "cw_ringback");
+// The rows in the order they are sent (the route table's list). The account
+// and server rows, from the retry interval through the registrars, go out
+// only when the profile registers (mode > 0).
+constexpr auto &sent_rows = cfg::routes::rows_sip_profile_profile_sip_save;
+constexpr std::size_t account_first = cfg::dump::place_of(rows, sent_rows, "register_retry_interval");
+constexpr std::size_t account_last = cfg::dump::place_of(rows, sent_rows, "regrar");
+
+// The rows sent in a format of their own.
 constexpr const keys::key &no_replaces = keys::row(rows, "no_replaces");
-constexpr auto mode_keys = keys::pick(rows, "100rel", "ringback_sdp", "ringback", "mode");
-// Account and server block, sent only when the profile registers (mode > 0).
-constexpr auto account_keys =
-    keys::pick(rows, "register_retry_interval", "inbound_proxy", "domain_to_reg", "options", "keepalivet",
-               "outbound", "expires", "authentication", "registration", "username", "password", "domain");
 constexpr const keys::key &proxy = keys::row(rows, "proxy");
 constexpr const keys::key &regrar = keys::row(rows, "regrar");
-constexpr auto line_keys = keys::pick(rows, "uri_escape_hash", "user_phone", "obtimeout");
 constexpr const keys::key &dtmfmime = keys::row(rows, "dtmfmime");
 constexpr const keys::key &hfmime = keys::row(rows, "hfmime");
-constexpr auto sdp_keys = keys::pick(rows, "reduce_sdp_media_count", "p_rtp_stat");
 constexpr const keys::key &timer = keys::row(rows, "timer");
-constexpr auto session_keys = keys::pick(rows, "min_se", "session_expires", "keep_alive_interval",
-                                         "keep_alive_mode", "conference_type");
 constexpr const keys::key &conference = keys::row(rows, "conference_serv_name");
-constexpr auto service_keys = keys::pick(
-    rows, "ims_notify_on", "xcap_conference_name", "xcap_hotline_name", "xcap_cw_name", "xcap_callhold_name",
-    "xcap_calltransfer_name", "use_alert_info", "changeover", "ruri_full_compliance", "changeover_by_408");
 
 const char *name_of(const keys::key &k) noexcept
 {
@@ -88,9 +81,10 @@ void conference_server(msg_writer &w, const profile_sip_cfg_t &s) noexcept
     w.text(name_of(conference), static_cast<const char *>(text));
 }
 
-void account_and_servers(msg_writer &w, const profile_sip_cfg_t &s) noexcept
+// The servers go out in pairs, proxy_N then regrar_N, where the proxy row
+// stands.
+void servers(msg_writer &w, const profile_sip_cfg_t &s) noexcept
 {
-    w.fields(rows, account_keys, &s);
     for (int i = 0; i < CFG_SIP_SERVERS; ++i) {
         char name[32];
         std::snprintf(name, sizeof name, "%s_%d", name_of(proxy), i);
@@ -98,6 +92,23 @@ void account_and_servers(msg_writer &w, const profile_sip_cfg_t &s) noexcept
         std::snprintf(name, sizeof name, "%s_%d", name_of(regrar), i);
         w.text(name, s.servers[i].regrar);
     }
+}
+
+// A row of its own format; the registrars went out with the proxies.
+void own_format(msg_writer &w, const keys::key &k, const profile_sip_cfg_t &s) noexcept
+{
+    if (&k == &no_replaces)
+        w.uint(name_of(k), s.replaces == 0 ? 1u : 0u);
+    else if (&k == &proxy)
+        servers(w, s);
+    else if (&k == &dtmfmime)
+        w.text(name_of(k), dtmf_mime_word(s.dtmfmime));
+    else if (&k == &hfmime)
+        w.text(name_of(k), hookflash_mime_word(s.hfmime));
+    else if (&k == &timer)
+        w.uint(name_of(k), s.timer != 0 ? 1u : 0u);
+    else if (&k == &conference)
+        conference_server(w, s);
 }
 
 } // namespace
@@ -113,19 +124,15 @@ int profile_sip_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg) CF
     std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.sip", profile);
     msg_writer w(cursor, "profile_sip_save");
     w.node(path);
-    w.fields(rows, head_keys, &s);
-    w.uint(name_of(no_replaces), s.replaces == 0 ? 1u : 0u);
-    w.fields(rows, mode_keys, &s);
-    if (s.mode > 0)
-        account_and_servers(w, s);
-    w.fields(rows, line_keys, &s);
-    w.text(name_of(dtmfmime), dtmf_mime_word(s.dtmfmime));
-    w.text(name_of(hfmime), hookflash_mime_word(s.hfmime));
-    w.fields(rows, sdp_keys, &s);
-    w.uint(name_of(timer), s.timer != 0 ? 1u : 0u);
-    w.fields(rows, session_keys, &s);
-    conference_server(w, s);
-    w.fields(rows, service_keys, &s);
+    for (std::size_t j = 0; j < sent_rows.size(); ++j) {
+        if (s.mode <= 0 && j >= account_first && j <= account_last)
+            continue;
+        const keys::key &k = rows[sent_rows[j]];
+        if (k.out == keys::sent::own_format)
+            own_format(w, k, s);
+        else
+            w.field(k, &s);
+    }
     return w.finish();
 }
 

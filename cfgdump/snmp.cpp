@@ -1,5 +1,6 @@
 // Writers of the SNMP settings and of the SNMP user line.
 #include "cfgdump/network_nodes.h"
+#include "cfgdump/sent_rows.h"
 #include "cfgmngr/keys_network.h"
 #include "cfgmngr/list_words.h"
 
@@ -8,15 +9,12 @@
 #include <cstdio>
 
 using cfg::dump::msg_writer;
-using cfg::keys::row;
 using cfg::keys::snmp_keys;
 
 namespace {
 
-constexpr auto snmp_sent = cfg::keys::pick(snmp_keys, "sys_name", "sys_location", "sys_contact", "trap_sink");
-constexpr auto communities_sent = cfg::keys::pick(snmp_keys, "trap_community", "rocommunity", "rwcommunity");
-constexpr const cfg::keys::key &trap_type = row(snmp_keys, "trap_type");
-constexpr const cfg::keys::key &user_line = row(cfg::keys::snmp_users_keys, "user_0");
+constexpr const cfg::keys::key &user_line =
+    cfg::dump::only_row(cfg::keys::snmp_users_keys, cfg::routes::rows_snmp_users_snmp_user_save);
 
 } // namespace
 
@@ -30,9 +28,9 @@ int snmp_save(uint8_t **cursor, const snmp_cfg_t *snmp, const network_cfg_t *net
     msg_writer w(cursor, "snmp_save");
     cfg::dump::network_snmp_node(w, *network);
     w.node("config.Network.snmp");
-    w.fields(snmp_keys, snmp_sent, snmp);
-    w.text(trap_type.wire_name().data(), trap_version);
-    w.fields(snmp_keys, communities_sent, snmp);
+    // The trap type goes out as its version word.
+    cfg::dump::send_rows(w, snmp_keys, cfg::routes::rows_snmp_snmp_save, snmp,
+                         [&](const cfg::keys::key &k) { w.text(k.wire_name().data(), trap_version); });
     return w.finish();
 }
 

@@ -1,6 +1,7 @@
 // Writer of the switch VLANs.
 #include "cfgdump/switch_nodes.h"
 #include "cfgmngr/keys_switch.h"
+#include "cfgmngr/writer_rows.h"
 
 #include <cstdio>
 
@@ -20,26 +21,28 @@ struct port_flags {
     operator const char *() const noexcept { return text; }
 };
 
-constexpr auto numbers_sent = keys::pick(switch_vlan_keys, "enable", "vid", "im", "eg", "ov");
-constexpr const keys::key &portmask = keys::row(switch_vlan_keys, "portmask");
-constexpr auto texts_sent = keys::pick(switch_vlan_keys, "portmode", "backup_port", "preemption");
-constexpr auto switch_wide_sent = keys::pick(switch_vlan_keys, "hubmode");
-
 } // namespace
 
-void vlan(msg_writer &w, const switch_cfg_t &sw) noexcept
+// The port mask goes out as its port flag string.
+void vlan(msg_writer &w, const switch_cfg_t &sw, std::span<const uint16_t> order) noexcept
 {
     w.node("config.Switch.vlan");
     for (int i = 0; i < CFG_SWITCH_PORTS; ++i) {
         const auto entry = static_cast<unsigned>(i);
-        for (const uint16_t k : numbers_sent)
-            w.field(switch_vlan_keys[k], &sw, entry);
-        w.text(numbered_name(portmask.wire_name().data(), i),
-               static_cast<const char *>(port_flags(sw.vlan[i].portmask)));
-        for (const uint16_t k : texts_sent)
-            w.field(switch_vlan_keys[k], &sw, entry);
+        for (const uint16_t r : order) {
+            const keys::key &k = switch_vlan_keys[r];
+            if (k.count == 0)
+                continue;
+            if (k.out == keys::sent::own_format)
+                w.text(numbered_name(k.wire_name().data(), i),
+                       static_cast<const char *>(port_flags(sw.vlan[i].portmask)));
+            else
+                w.field(k, &sw, entry);
+        }
     }
-    w.fields(switch_vlan_keys, switch_wide_sent, &sw);
+    for (const uint16_t r : order)
+        if (switch_vlan_keys[r].count == 0)
+            w.field(switch_vlan_keys[r], &sw);
 }
 
 } // namespace cfg::dump::switch_nodes
@@ -51,7 +54,7 @@ int vlan_config_save(uint8_t **cursor, const switch_cfg_t *sw) CFG_NOEXCEPT
     if (cfg::dump::refused("vlan_config_save", cursor, {sw}))
         return 0;
     cfg::dump::msg_writer w(cursor, "vlan_config_save");
-    cfg::dump::switch_nodes::vlan(w, *sw);
+    cfg::dump::switch_nodes::vlan(w, *sw, cfg::routes::rows_switch_vlan_vlan_config_save);
     return w.finish();
 }
 

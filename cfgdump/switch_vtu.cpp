@@ -2,6 +2,7 @@
 // configuration manager owns the numbering.
 #include "cfgdump/switch_nodes.h"
 #include "cfgmngr/keys_switch.h"
+#include "cfgmngr/writer_rows.h"
 
 #include <cstdio>
 
@@ -21,23 +22,20 @@ struct rule_name {
 
 using keys::switch_vtu_keys;
 
-constexpr auto vtu_sent = keys::pick(switch_vtu_keys, "vid", "override", "priority", "port0", "port1",
-                                     "port2", "cpu", "sfp0", "sfp1");
-
 } // namespace
 
 // Numbers go out unsigned, so -1 is written as 4294967295.
-void vtu_rule(msg_writer &w, int32_t index, const vtu_rule_t &rule) noexcept
+void vtu_rule(msg_writer &w, int32_t index, const vtu_rule_t &rule, std::span<const uint16_t> order) noexcept
 {
-    for (const uint16_t i : vtu_sent) {
+    for (const uint16_t i : order) {
         const keys::key &k = switch_vtu_keys[i];
         w.uint(rule_name(index, k.wire_name().data()), static_cast<uint32_t>(keys::read_number(k, &rule)));
     }
 }
 
-void vtu_blank(msg_writer &w, int32_t index) noexcept
+void vtu_blank(msg_writer &w, int32_t index, std::span<const uint16_t> order) noexcept
 {
-    for (const uint16_t i : vtu_sent)
+    for (const uint16_t i : order)
         w.empty(rule_name(index, switch_vtu_keys[i].wire_name().data()));
 }
 
@@ -51,7 +49,8 @@ int del_rule_from_vtu(uint8_t **cursor, int32_t index) CFG_NOEXCEPT
         return 0;
     cfg::dump::msg_writer w(cursor, "del_rule_from_vtu");
     w.node("config.Switch.vtu");
-    cfg::dump::switch_nodes::vtu_blank(w, index);
+    // The rows that ins_rule_in_vtu sends, blanked.
+    cfg::dump::switch_nodes::vtu_blank(w, index, cfg::routes::rows_switch_vtu_ins_rule_in_vtu);
     return w.finish();
 }
 
@@ -61,7 +60,7 @@ int ins_rule_in_vtu(uint8_t **cursor, int32_t index, const vtu_rule_t *rule) CFG
         return 0;
     cfg::dump::msg_writer w(cursor, "ins_rule_in_vtu");
     w.node("config.Switch.vtu");
-    cfg::dump::switch_nodes::vtu_rule(w, index, *rule);
+    cfg::dump::switch_nodes::vtu_rule(w, index, *rule, cfg::routes::rows_switch_vtu_ins_rule_in_vtu);
     return w.finish();
 }
 

@@ -1,6 +1,7 @@
-// Writer of the call-progress tones: every key in table order.
+// Writer of the call-progress tones.
 #include "cfgmngr/keys_voip.h"
 #include "cfgmngr/msg_writer.h"
+#include "cfgmngr/writer_rows.h"
 
 #include <cfgparser.h>
 
@@ -14,7 +15,7 @@ int tones_save(uint8_t **cursor, const tones_cfg_t *tones) CFG_NOEXCEPT
         return 0;
     msg_writer w(cursor, "tones_save");
     w.node("config.VOIP.tones");
-    w.fields(cfg::keys::tones_keys, tones);
+    w.fields(cfg::keys::tones_keys, cfg::routes::rows_tones_tones_save, tones);
     return w.finish();
 }
 

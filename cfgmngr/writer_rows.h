@@ -1,8 +1,9 @@
 // The writers of each node kind and the rows of its key table each one
 // sends, in the order it sends them (a numbered row once for all its
 // entries, the first writer the kind's own). Part of the route table
-// (routes.cpp); tests/test_route_table.cpp runs every writer and compares
-// what it sends with these lists.
+// (routes.cpp). The writers (cfgdump/) send these lists: a writer states
+// only how a row of its own format goes out, its node paths, loops and
+// conditions.
 #pragma once
 
 #include "cfgmngr/keys_network.h"
@@ -12,6 +13,18 @@
 #include "cfgmngr/routes.h"
 
 namespace cfg::routes {
+
+// Two lists of rows, one after the other.
+template <std::size_t A, std::size_t B>
+consteval std::array<uint16_t, A + B> join(const std::array<uint16_t, A> &a, const std::array<uint16_t, B> &b)
+{
+    std::array<uint16_t, A + B> out{};
+    for (std::size_t i = 0; i < A; ++i)
+        out[i] = a[i];
+    for (std::size_t i = 0; i < B; ++i)
+        out[A + i] = b[i];
+    return out;
+}
 
 // config.VOIP.ports.port_def_{0..7}
 inline constexpr auto rows_port_def_profile_def_port_to_file = keys::pick(
@@ -54,24 +67,24 @@ inline constexpr writer writers_port[] = {
     {"all_ports_pickup_to_file", rows_port_all_ports_pickup_to_file},
 };
 
-// config.VOIP.profile.profile_{0..7}.codecs
-inline constexpr auto rows_codecs_profile_codecs_save = keys::pick(
+// The codec params that codec_params_save adds to a node, the beginning of
+// both codec nodes.
+inline constexpr auto rows_codec_params = keys::pick(
     keys::codec_keys, "g711a", "g711u", "g729a", "g729b", "g729x", "g723", "g726_32", "g711pte", "g729pte",
     "g723pte", "g726_32_pte", "g726_32_pt", "dtmftransfer", "payload", "rfc3264_pt_common", "nse_payload",
     "faxdirection", "faxtransfer", "slave_faxtransfer", "modemtransfer", "silencedetector", "echocanceller",
     "ecan_nlp_disable", "comfortnoise", "jb_pt_delay", "jb_vo_delay_min", "jb_vo_delay_max", "jb_vo_adaptive",
-    "jb_vo_del_threshold", "jb_vo_del_mode_soft", "t38_datagram", "t38_bitrate", "dispersion_time",
-    "flashtransfer", "rtcp_timer", "rtcp_period", "rtcp_xr");
+    "jb_vo_del_threshold", "jb_vo_del_mode_soft", "t38_datagram", "t38_bitrate", "dispersion_time");
+
+// config.VOIP.profile.profile_{0..7}.codecs
+inline constexpr auto rows_codecs_profile_codecs_save = join(
+    rows_codec_params, keys::pick(keys::codec_keys, "flashtransfer", "rtcp_timer", "rtcp_period", "rtcp_xr"));
 inline constexpr writer writers_codecs[] = {{"profile_codecs_save", rows_codecs_profile_codecs_save}};
 
 // config.VOIP.dialplan_profiles.dialplan_profile{0..3}
-inline constexpr auto rows_dialplan_profile_dialplan_profile_save = keys::pick(
-    keys::codec_keys, "g711a", "g711u", "g729a", "g729b", "g729x", "g723", "g726_32", "g711pte", "g729pte",
-    "g723pte", "g726_32_pte", "g726_32_pt", "dtmftransfer", "payload", "rfc3264_pt_common", "nse_payload",
-    "faxdirection", "faxtransfer", "slave_faxtransfer", "modemtransfer", "silencedetector", "echocanceller",
-    "ecan_nlp_disable", "comfortnoise", "jb_pt_delay", "jb_vo_delay_min", "jb_vo_delay_max", "jb_vo_adaptive",
-    "jb_vo_del_threshold", "jb_vo_del_mode_soft", "t38_datagram", "t38_bitrate", "dispersion_time",
-    "agc_spk_enable", "agc_spk_level", "agc_mic_enable", "agc_mic_level", "max_calls");
+inline constexpr auto rows_dialplan_profile_dialplan_profile_save =
+    join(rows_codec_params, keys::pick(keys::codec_keys, "agc_spk_enable", "agc_spk_level", "agc_mic_enable",
+                                       "agc_mic_level", "max_calls"));
 inline constexpr writer writers_dialplan_profile[] = {
     {"dialplan_profile_save", rows_dialplan_profile_dialplan_profile_save},
 };
@@ -220,9 +233,8 @@ inline constexpr writer writers_tr069[] = {{"save_acs", rows_tr069_save_acs}};
 inline constexpr auto rows_switch_vlan_vlan_config_save =
     keys::pick(keys::switch_vlan_keys, "enable", "vid", "im", "eg", "ov", "portmask", "portmode",
                "backup_port", "preemption", "hubmode");
-inline constexpr auto rows_switch_vlan_switch_config_save =
-    keys::pick(keys::switch_vlan_keys, "enable", "vid", "im", "eg", "ov", "portmask", "portmode",
-               "backup_port", "preemption", "hubmode");
+// switch_config_save sends the node as vlan_config_save does.
+inline constexpr auto &rows_switch_vlan_switch_config_save = rows_switch_vlan_vlan_config_save;
 inline constexpr writer writers_switch_vlan[] = {
     {"vlan_config_save", rows_switch_vlan_vlan_config_save},
     {"switch_config_save", rows_switch_vlan_switch_config_save},
@@ -246,10 +258,8 @@ inline constexpr auto rows_switch_qos_qos_save =
     keys::pick(keys::switch_qos_keys, "prio", "qos_mode", "tag_remap_mask", "ingress_limit_mode",
                "ingress_rate", "ingress_mask", "egress_rate", "ieee_pri", "diffserv_remap003C_mask",
                "diffserv_remap407C_mask", "diffserv_remap80BC_mask", "diffserv_remapC0FC_mask");
-inline constexpr auto rows_switch_qos_switch_config_save =
-    keys::pick(keys::switch_qos_keys, "prio", "qos_mode", "tag_remap_mask", "ingress_limit_mode",
-               "ingress_rate", "ingress_mask", "egress_rate", "ieee_pri", "diffserv_remap003C_mask",
-               "diffserv_remap407C_mask", "diffserv_remap80BC_mask", "diffserv_remapC0FC_mask");
+// switch_config_save sends the node as qos_save does.
+inline constexpr auto &rows_switch_qos_switch_config_save = rows_switch_qos_qos_save;
 inline constexpr writer writers_switch_qos[] = {
     {"qos_save", rows_switch_qos_qos_save},
     {"switch_config_save", rows_switch_qos_switch_config_save},
@@ -269,10 +279,11 @@ inline constexpr auto rows_dvo_dvo_config_save =
 inline constexpr writer writers_dvo[] = {{"dvo_config_save", rows_dvo_dvo_config_save}};
 
 // config.Switch.vtu
-inline constexpr auto rows_switch_vtu_switch_config_save = keys::pick(
-    keys::switch_vtu_keys, "vid", "override", "priority", "port0", "port1", "port2", "cpu", "sfp0", "sfp1");
+// Each rule; switch_config_save sends every rule as ins_rule_in_vtu sends
+// one (del_rule_from_vtu blanks these rows).
 inline constexpr auto rows_switch_vtu_ins_rule_in_vtu = keys::pick(
     keys::switch_vtu_keys, "vid", "override", "priority", "port0", "port1", "port2", "cpu", "sfp0", "sfp1");
+inline constexpr auto &rows_switch_vtu_switch_config_save = rows_switch_vtu_ins_rule_in_vtu;
 inline constexpr writer writers_switch_vtu[] = {
     {"switch_config_save", rows_switch_vtu_switch_config_save},
     {"ins_rule_in_vtu", rows_switch_vtu_ins_rule_in_vtu},

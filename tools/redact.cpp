@@ -1,5 +1,7 @@
 #include "redact.h"
 
+#include "cfgmngr/routes.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -7,7 +9,15 @@ namespace cfgmsg {
 
 namespace {
 
-constexpr std::string_view snmp_users = "config.Network.snmp_users";
+// Whether the library stores the node as the SNMP user line: its route, as
+// all_parser finds it (that route is recognised by the beginning of the
+// path, no pattern needed), fills the SNMP users' table.
+bool is_snmp_users(std::string_view path)
+{
+    const int32_t no_pattern_matched[cfg::routes::pattern_count] = {};
+    const cfg::routes::route *r = cfg::routes::route_of(path, no_pattern_matched);
+    return r != nullptr && r->kind.keys == &cfg::keys::snmp_users;
+}
 
 // The white space that separates the words of an SNMP user line: the
 // library reads them with sscanf's "%39s %39s %15s".
@@ -52,7 +62,7 @@ std::string redacted_user_line(const std::string &v)
 
 bool is_secret(std::string_view path, std::string_view name)
 {
-    if (path.starts_with(snmp_users))
+    if (is_snmp_users(path))
         return true;
     std::string lower(name);
     std::transform(lower.begin(), lower.end(), lower.begin(),
@@ -68,7 +78,7 @@ std::optional<std::string> redacted(std::string_view path, std::string_view name
 {
     if (!value || *value == "\"\"" || !is_secret(path, name))
         return value;
-    return path.starts_with(snmp_users) ? redacted_user_line(*value) : "***";
+    return is_snmp_users(path) ? redacted_user_line(*value) : "***";
 }
 
 void redact(message &msg)
