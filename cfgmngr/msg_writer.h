@@ -85,20 +85,12 @@ public:
     // (entry `entry` of a numbered key, sent as the key followed by the number).
     void field(const keys::key &k, const void *record, unsigned entry = 0) noexcept;
 
-    // The members of `record` whose rows `order` lists, in that order; or
-    // every row that its writers send, in table order.
+    // The members of `record` whose rows `order` lists, in that order.
     template <std::size_t N, std::size_t M>
     void fields(const keys::key (&rows)[N], const std::array<uint16_t, M> &order, const void *record) noexcept
     {
         for (const uint16_t i : order)
             field(rows[i], record);
-    }
-    template <std::size_t N>
-    void fields(const keys::key (&rows)[N], const void *record) noexcept
-    {
-        for (const keys::key &k : rows)
-            if (k.out != keys::sent::none)
-                field(k, record);
     }
 
     // Ends the frame: terminating 0 byte (counted, cursor not stepped), exit

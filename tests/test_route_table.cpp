@@ -111,7 +111,7 @@ TEST(RouteTable, RulesOfTheirOwnAsTheReferenceStatesThem)
          }) {
         SCOPED_TRACE(std::string(r.path) + " " + r.param);
         auto image = support::fresh_image();
-        support::parse(*image, "[" + std::string(r.path) + "]\n" + r.param + "\n");
+        support::parse(*image, std::string("[") + r.path + "]\n" + r.param + "\n");
         std::optional<std::string> sent;
         for (const auto &family : bench::writer_families())
             for (const auto &call : family.calls)
