@@ -13,7 +13,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 constexpr const char *rule_55 = R"(55 4 0 sip "proxy" "" 0 0 0 +0-3 0)";
 const std::string written_55 =

@@ -14,7 +14,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 // The messages of the error lines printed while `run` runs.
 template <typename Run>

@@ -13,7 +13,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 void set_host(hosts_cfg_t &h, int i, const char *address, const char *name)
 {

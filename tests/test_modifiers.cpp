@@ -14,7 +14,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 struct words {
     std::string w1, w2, w3;

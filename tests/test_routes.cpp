@@ -13,7 +13,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 void set_route(route_t &r, const char *d, const char *m, const char *g, const char *x)
 {

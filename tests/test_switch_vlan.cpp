@@ -12,7 +12,6 @@
 
 namespace {
 
-using support::fresh_image;
 
 TEST(SwitchVlan, PortFlagStrings)
 {

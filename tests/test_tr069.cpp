@@ -13,7 +13,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 // Value forms; the round trip of every row is checked in test_key_tables.
 TEST(Tr069, WriterValueForms)
