@@ -12,7 +12,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 std::vector<uint32_t> ports_of(const group_cfg_t &g)
 {
@@ -154,19 +153,6 @@ TEST(GroupsWriter, RenumbersPadsAndRoundTrips)
         const group_cfg_t cleared{};
         EXPECT_EQ(std::memcmp(&back.entries[20], &cleared, sizeof(group_cfg_t)), 0);
         EXPECT_EQ(back.current, 2u);
-    }
-}
-
-TEST(GroupsList, MarkerClearedByMessageEnd)
-{
-    for (const int fxo : {0, 1}) {
-        auto image = fresh_image();
-        groups_cfg_t &list = fxo ? image->fxo_groups : image->groups;
-        list.start = CFG_LIST_UPDATING;
-        parse(*image, fxo ? "[config.VOIP.groups.fxo_group_0]\n phone = 1\n"
-                          : "[config.VOIP.groups.group_0]\n phone = 1\n");
-        EXPECT_EQ(list.start, 1u);
-        EXPECT_EQ(update_groups_config(image.get(), fxo), 0);
     }
 }
 
