@@ -37,7 +37,7 @@ TEST(Snmp, TrapTypeAndWriter)
     }
 }
 
-TEST(SnmpUsers, WriterAndRoundTrip)
+TEST(SnmpUsers, Writer)
 {
     auto image = fresh_image();
     snmp_user_t &u = image->snmp.user;
@@ -48,17 +48,10 @@ TEST(SnmpUsers, WriterAndRoundTrip)
     ASSERT_EQ(out.message.nodes.size(), 1u);
     support::expect_numbered(out.node(), "config.Network.snmp_users", "user_", {"admin secret123 rw"});
 
-    auto back = fresh_image();
-    support::parse_back(*back, out);
-    EXPECT_STREQ(back->snmp.user.word2, "secret123");
-
-    // Any empty word sends the line with no value, which clears it on return.
+    // Any empty word sends the line with no value.
     image->snmp.user.word1[0] = '\0';
     const auto no1 = support::write([&](uint8_t **c) { return snmp_user_save(c, &image->snmp); });
     EXPECT_EQ(support::value(no1.node(), "user_0"), std::nullopt);
-    support::parse_back(*back, no1);
-    EXPECT_STREQ(back->snmp.user.word1, "");
-    EXPECT_STREQ(back->snmp.user.word3, "");
 }
 
 } // namespace
