@@ -35,7 +35,10 @@ const network_list lists[] = {
          im.hosts.name[slot][0] = whole ? 'h' : '\0';
      },
      [](int slot) { return "10.0.0." + std::to_string(slot) + " h" + std::to_string(slot); },
-     [](cfg_image_t &im, uint32_t current, uint32_t start) { im.hosts.current = current, im.hosts.start = start; },
+     [](cfg_image_t &im, uint32_t current, uint32_t start) {
+         im.hosts.current = current;
+         im.hosts.start = start;
+     },
      [](uint8_t **c, const cfg_image_t &im) { return sendHostsToCfgMngr(c, &im.hosts); },
      [](const cfg_image_t &im, int slot) { return std::string(im.hosts.address[slot]) + " " + im.hosts.name[slot]; }},
     // An empty mode goes out as the two quote characters.
@@ -46,7 +49,8 @@ const network_list lists[] = {
      },
      [](int slot) { return "00:00:00:00:00:" + std::string(slot < 10 ? "0" : "") + std::to_string(slot); },
      [](cfg_image_t &im, uint32_t current, uint32_t start) {
-         im.mac_filter.current = static_cast<uint8_t>(current), im.mac_filter.start = static_cast<uint8_t>(start);
+         im.mac_filter.current = static_cast<uint8_t>(current);
+         im.mac_filter.start = static_cast<uint8_t>(start);
      },
      [](uint8_t **c, const cfg_image_t &im) { return sendMacsToCfgMngr(c, &im.mac_filter); },
      [](const cfg_image_t &im, int slot) { return std::string(im.mac_filter.client[slot]); }},
@@ -65,7 +69,10 @@ const network_list lists[] = {
          const std::string n = std::to_string(slot);
          return "10." + n + ".0.0 255.255.0.0 192.168.1." + n + (slot % 2 != 0 ? " .eth" + n : "");
      },
-     [](cfg_image_t &im, uint32_t current, uint32_t start) { im.routes.current = current, im.routes.start = start; },
+     [](cfg_image_t &im, uint32_t current, uint32_t start) {
+         im.routes.current = current;
+         im.routes.start = start;
+     },
      [](uint8_t **c, const cfg_image_t &im) { return sendRoutesToCfgMngr(c, &im.routes); },
      [](const cfg_image_t &im, int slot) {
          const route_t &r = im.routes.route[slot];
