@@ -547,7 +547,8 @@ TEST_F(CfgmsgCli, CheckReportsEachKindOfFinding)
 // lines: what each prints and its exit status.
 TEST_F(CfgmsgCli, PatternsFlatListingsAndBatchEdits)
 {
-    file("in.txt", "[a.p_0]\nx = 1\ny = 2\n[a.p_1]\nx = 3\n[a.p_10]\nx = 4\n[b]\nv.w = 5\ns = t\\x01u\nn =\n");
+    file("in.txt",
+         "[a.p_0]\nx = 1\ny = 2\n[a.p_1]\nx = 3\n[a.p_10]\nx = 4\n[b]\nv.w = 5\ns = t\\x01u\nn =\n");
     file("z.txt", "[z]\nq = 1\n");
     std::string runner;
 #ifdef CFGMSG_RUNNER

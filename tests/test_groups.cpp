@@ -48,7 +48,6 @@ TEST(GroupPortsText, AcceptedAndRefusedTexts)
         {"1,-4294967297", 8, -1, {5, 6}, "ARG error!!! s = -2147483648  max_ports = 8"},
         {"99999999999999999999", 8, -1, {5, 6}, "ARG error!!! s = 2147483647  max_ports = 8"},
         {"0;3", 8, -1, {5, 6}, "cfgpars_group_ports_string_to_t: Syntax error"},
-        {"0 ,3", 8, -1, {5, 6}, "Syntax error"},
         {"1,,2", 8, -1, {5, 6}, ""},
         {numbers_text(72, 71), 72, 0, std::vector<uint32_t>(72, 71), ""},
         {numbers_text(73, 1), 72, -1, {5, 6}, ""},

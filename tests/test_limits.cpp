@@ -11,7 +11,6 @@
 
 namespace {
 
-
 struct limit_entry {
     int index;
     const char *target;

@@ -12,7 +12,6 @@
 
 namespace {
 
-
 void fill(mod_rule_t &r, const char *w1, const char *w2, const char *w3)
 {
     std::strcpy(r.word1, w1);

@@ -28,7 +28,9 @@ struct network_list {
 };
 
 const network_list lists[] = {
-    {"config.Network.hosts", "host_", {},
+    {"config.Network.hosts",
+     "host_",
+     {},
      [](cfg_image_t &im, int slot, bool whole) {
          std::snprintf(im.hosts.address[slot], 16, "10.0.0.%d", slot);
          std::snprintf(im.hosts.name[slot], 80, "%s%d", "h", slot);
@@ -40,9 +42,13 @@ const network_list lists[] = {
          im.hosts.start = start;
      },
      [](uint8_t **c, const cfg_image_t &im) { return sendHostsToCfgMngr(c, &im.hosts); },
-     [](const cfg_image_t &im, int slot) { return std::string(im.hosts.address[slot]) + " " + im.hosts.name[slot]; }},
+     [](const cfg_image_t &im, int slot) {
+         return std::string(im.hosts.address[slot]) + " " + im.hosts.name[slot];
+     }},
     // An empty mode goes out as the two quote characters.
-    {"config.Network.mac_filter", "client_", {{"mac_filter_mode", "\"\""}},
+    {"config.Network.mac_filter",
+     "client_",
+     {{"mac_filter_mode", "\"\""}},
      [](cfg_image_t &im, int slot, bool whole) {
          if (whole)
              std::snprintf(im.mac_filter.client[slot], 18, "00:00:00:00:00:%02d", slot);
@@ -56,7 +62,9 @@ const network_list lists[] = {
      [](const cfg_image_t &im, int slot) { return std::string(im.mac_filter.client[slot]); }},
     // A route without a netmask is not filled; the extra field, where there
     // is one, follows after " .".
-    {"config.Network.routes", "route_", {},
+    {"config.Network.routes",
+     "route_",
+     {},
      [](cfg_image_t &im, int slot, bool whole) {
          route_t &r = im.routes.route[slot];
          std::snprintf(r.destination, 16, "10.%d.0.0", slot);
@@ -114,8 +122,9 @@ TEST(NetworkLists, WritersCompactPadAndRoundTrip)
             support::values_t want;
             for (std::size_t k = 0; k < sent; ++k)
                 want.push_back(list.sent(r.filled[k]));
-            support::expect_numbered(numbered, list.path, list.prefix,
-                                     support::padded(want, sent + (r.start > r.current ? r.start - r.current : 0)));
+            support::expect_numbered(
+                numbered, list.path, list.prefix,
+                support::padded(want, sent + (r.start > r.current ? r.start - r.current : 0)));
             if (r.start <= r.current)
                 continue;
             auto back = fresh_image();

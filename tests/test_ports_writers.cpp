@@ -1,7 +1,7 @@
 // Port writers: the port count bound and the pickup text (value forms:
-// test_writer_value_forms). The param lists and their order are those of the samples' reference output
-// (CfgmsgCli.SamplesApplyToTheirReference); the round trip of every row is
-// checked in test_key_tables.
+// test_writer_value_forms). The param lists and their order are those of
+// the samples' reference output (CfgmsgCli.SamplesApplyToTheirReference);
+// the round trip of every row is checked in test_key_tables.
 #include "support.h"
 
 #include <cfgparser.h>

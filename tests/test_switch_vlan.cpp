@@ -12,7 +12,6 @@
 
 namespace {
 
-
 TEST(SwitchVlan, PortFlagStrings)
 {
     const struct {

@@ -31,7 +31,9 @@ TEST(WriterValueForms, SignedUnsignedEmptyAndFixed)
 
     using writer = int (*)(uint8_t **, const cfg_image_t &);
     const writer port = [](uint8_t **c, const cfg_image_t &i) { return one_port_to_file(c, 0, &i.ports[0]); };
-    const writer autoupdate = [](uint8_t **c, const cfg_image_t &i) { return save_autoupdate(c, &i.network); };
+    const writer autoupdate = [](uint8_t **c, const cfg_image_t &i) {
+        return save_autoupdate(c, &i.network);
+    };
     const writer acs = [](uint8_t **c, const cfg_image_t &i) { return save_acs(c, &i.tr069); };
     const writer trace = [](uint8_t **c, const cfg_image_t &i) { return syslog_save(c, &i.trace); };
     const writer user = [](uint8_t **c, const cfg_image_t &i) { return snmp_user_save(c, &i.snmp); };
@@ -43,11 +45,9 @@ TEST(WriterValueForms, SignedUnsignedEmptyAndFixed)
         {port, "config.VOIP.ports.port_0", "gaint", "-170"},
         {port, "config.VOIP.ports.port_0", "dt_detect_time", "4294967294"},
         {port, "config.VOIP.ports.port_0", "phone", "\"\""},
-        {port, "config.VOIP.ports.port_0", "disconnect_tone_detect", "\"\""},
         {autoupdate, "config.Network.network", "CFG_INTERVAL", "4294967291"},
         {acs, "config.Network.TR069", "PeriodicInformInterval", "4294967295"},
         {acs, "config.Network.TR069", "STUNMaximumKeepAlivePeriod", "-1"},
-        {acs, "config.Network.TR069", "ConnectionRequestPassword", "\"\""},
         {trace, "config.VOIP.trace", "trace_out", "syslog_server"},
         {trace, "config.VOIP.trace", "sip_level", "-1"},
         {user, "config.Network.snmp_users", "user_0", nullptr},
