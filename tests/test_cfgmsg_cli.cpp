@@ -556,7 +556,7 @@ TEST_F(CfgmsgCli, PatternsFlatListingsAndBatchEdits)
         runner += std::string(word) + " ";
 #endif
     const std::string setup = "cd " + dir_.string() + " && T='" + runner + tool().string() +
-                              "' && S=" + example("sample.msg").string() + " && ";
+                              "' && S=" + fs::absolute(example("sample.msg")).string() + " && ";
     const std::string all =
         "z.q=1\na.p_0.x=1\na.p_0.y=2\na.p_1.x=3\na.p_10.x=4\nb.v\\.w=5\nb.s=t\\x01u\nb.n=\n";
     struct row {
@@ -613,7 +613,7 @@ TEST_F(CfgmsgCli, PatternsFlatListingsAndBatchEdits)
          "[\n  {\n    \"path\": \"config.VOIP.h323\",\n    \"name\": \"timetolive\",\n    \"a\": \"300\",\n  "
          "  \"b\": \"600\"\n  }\n]\n",
          1},
-        {"$T check -q " + example("check-findings.txt").string(), "", 1},
+        {"$T check -q " + fs::absolute(example("check-findings.txt")).string(), "", 1},
         {"$T set $S -o q.msg -q config.VOIP.ports.port_1.category=300 2>&1", "", 0},
     };
     for (const row &r : rows) {
