@@ -3,15 +3,14 @@
 #pragma once
 
 #include "msgtext.h"
+#include "sweeps/sweep_support.h"
 
 #include <cfgparser.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,32 +18,15 @@
 
 namespace support {
 
-struct image_free {
-    void operator()(cfg_image_t *image) const noexcept { std::free(image); }
-};
-using image_ptr = std::unique_ptr<cfg_image_t, image_free>;
-
-// A zero-filled image, as an application would allocate it.
-inline image_ptr fresh_image(uint32_t max_ports = CFG_MAX_PORTS)
-{
-    image_ptr image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
-    image->max_ports = max_ports;
-    return image;
-}
+using sweep::fresh_image;
+using sweep::image_ptr;
+using sweep::lock_is_free;
 
 // Parses a message given in the text form (see tools/msgtext.h).
 inline void parse(cfg_image_t &image, std::string_view text)
 {
     const std::vector<uint8_t> message = cfgmsg::message_from_text(text);
     all_parser(&image, message.data());
-}
-
-inline bool lock_is_free()
-{
-    if (pthread_mutex_trylock(&RWlockCfg) != 0)
-        return false;
-    pthread_mutex_unlock(&RWlockCfg);
-    return true;
 }
 
 // What one writer call produced.
@@ -61,9 +43,7 @@ struct written {
         // Sized once and filled: an insert after the 12 header bytes trips a
         // false -Warray-bounds in g++ 12 when inlined into some tests.
         std::vector<uint8_t> m(12 + body.size(), 0);
-        const auto n = static_cast<uint32_t>(body.size());
-        for (int i = 0; i < 4; ++i)
-            m[4 + i] = static_cast<uint8_t>(n >> (8 * i));
+        sweep::set_body_length_at(m.data(), static_cast<uint32_t>(body.size()));
         std::copy(body.begin(), body.end(), m.begin() + 12);
         return m;
     }

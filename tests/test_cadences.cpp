@@ -13,7 +13,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 // The number is read after the last "_"; paths that name no cadence 0..31
 // store nothing, not even a clear or the time-stamp. Either way the rest of

@@ -48,7 +48,6 @@ TEST(DialPlanText, MaskTexts)
         {"+1 2", 8, -1, untouched},
         {"+1-", 8, -1, untouched},
         {"+x", 8, -1, untouched},
-        {"+1;2", 8, -1, untouched},
         {"+99999999999999999999", 8, -1, untouched},
         {"+0", 0, -1, untouched}, // no ports: no position is valid
     };

@@ -7,13 +7,9 @@
 #include <cstring>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <vector>
 
 namespace {
-
-using support::fresh_image;
-using support::parse;
 
 struct limit_entry {
     int index;
@@ -65,24 +61,6 @@ TEST(LimitsWriter, CompactionCeilingAndPadding)
         ASSERT_EQ(out.message.nodes.size(), 1u);
         support::expect_numbered(out.node(), "config.VOIP.limits", "limit_", r.values);
     }
-}
-
-TEST(LimitsWriter, RoundTrip)
-{
-    const limit_cfg_t sent =
-        limits_of({{3, "gw3", 5, 1}, {8, "[proxy]", 2, 0}, {29, "gw29", 1, 1}}, 3, 3, 1000);
-    const auto out = support::write([&](uint8_t **c) { return save_limits(c, &sent); });
-    auto image = fresh_image();
-    image->limits = limits_of({{5, "stale", 4, 1}}, 0, 0, 0);
-    support::parse_back(*image, out);
-    const limit_cfg_t &l = image->limits;
-    const std::vector<limit_entry> expected = {{0, "gw3", 5, 1}, {1, "[proxy]", 2, 0}, {2, "gw29", 1, 1}};
-    for (const limit_entry &e : expected)
-        EXPECT_EQ(std::make_tuple(std::string(l.target[e.index]), l.value[e.index], l.not_proxy[e.index]),
-                  std::make_tuple(std::string(e.target), e.value, e.not_proxy))
-            << e.index;
-    EXPECT_STREQ(l.target[5], "stale"); // beyond the announced count: not touched
-    EXPECT_EQ(l.current, 4u);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // Builders and the param reader.
 #include "support.h"
-#include "universalConfigParser/msg_reader.h"
 
 #include <cfgparser.h>
 #include <gtest/gtest.h>
@@ -145,17 +144,6 @@ TEST(FindParams, LengthsMustFitInWhatRemains)
                       std::string::npos)
                 << printed;
         }
-    }
-}
-
-TEST(GetToken, CopiesAndTerminates)
-{
-    const uint8_t src[] = {'a', 'b', 'c'};
-    for (uint32_t n : {2u, 0u}) {
-        char *copy = cfg::GetToken(src, n);
-        ASSERT_NE(copy, nullptr);
-        EXPECT_EQ(std::string(copy), std::string("ab", n));
-        std::free(copy);
     }
 }
 

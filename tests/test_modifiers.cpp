@@ -7,29 +7,10 @@
 
 #include <cstring>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
 namespace {
-
-using support::fresh_image;
-using support::parse;
-
-struct words {
-    std::string w1, w2, w3;
-    bool operator==(const words &) const = default;
-};
-
-void PrintTo(const words &w, std::ostream *os)
-{
-    *os << '[' << w.w1 << "] [" << w.w2 << "] [" << w.w3 << ']';
-}
-
-words words_of(const mod_rule_t &r)
-{
-    return {r.word1, r.word2, r.word3};
-}
 
 void fill(mod_rule_t &r, const char *w1, const char *w2, const char *w3)
 {
@@ -58,7 +39,7 @@ TEST(ModifiersWriter, CompactionAndPadding)
     }
 }
 
-TEST(ModifiersWriter, DamagedWordsStayInBoundsAndRoundTrip)
+TEST(ModifiersWriter, DamagedWordsStayInBounds)
 {
     modifier_cfg_t m{};
     std::memset(m.rules[0].word1, 'a', sizeof m.rules[0].word1); // no terminating NUL
@@ -70,14 +51,7 @@ TEST(ModifiersWriter, DamagedWordsStayInBoundsAndRoundTrip)
     ASSERT_EQ(out.node(0).params.size(), 2u);
     EXPECT_EQ(support::value(out.node(0), "mod_rule_0"),
               std::string(51, 'a') + " " + std::string(30, 'b') + " " + std::string(31, 'c'));
-
-    auto image = fresh_image();
-    support::parse_back(*image, out);
-    const modifier_cfg_t &back = image->modifiers[3];
-    EXPECT_EQ(words_of(back.rules[0]),
-              (words{std::string(50, 'a'), std::string(29, 'b'), std::string(30, 'c')}));
-    EXPECT_EQ(words_of(back.rules[1]), (words{"9", "+7", "-"}));
-    EXPECT_EQ(back.count, 2);
+    EXPECT_EQ(support::value(out.node(0), "mod_rule_1"), "9 +7 -");
 }
 
 } // namespace

@@ -124,7 +124,6 @@ TEST(MsgText, PrintsReadableText)
                                   "header0 = 0x00000001\nheader2 = 0x00000000\noperation = 2\n"
                                   "\n[config.VOIP.h323]\n"
                                   "    enableh323 = 1\n    h323aliase =\n    password = \"\"\n");
-    EXPECT_EQ(cfgmsg::body_length(m), cfgmsg::encode(m).size() - cfgmsg::header_size);
 }
 
 // Every byte, at the edges and in the middle of paths, names and values,

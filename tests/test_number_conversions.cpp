@@ -1,13 +1,12 @@
 // The decimal conversions against the C library they stand for: strtoll for
 // the value, the end and errno; "%d" for whether a number is there at all.
 // (The unsigned readers are compared in the fuzz target numbers.)
+#include "c_library_reading.h"
 #include "universalConfigParser/text_numbers.h"
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <cerrno>
-#include <cstdlib>
 #include <random>
 #include <string>
 #include <vector>
@@ -19,29 +18,19 @@ using namespace cfg::numbers;
 void expect_as_c_library(const std::string &s)
 {
     const char *text = s.c_str();
-    char *c_end = nullptr;
+    const fuzz::c_reading c = fuzz::c_library_reading(text);
     errno = 0;
-    const long long c_value = std::strtoll(text, &c_end, 10);
-    const int c_errno = errno;
-    errno = 0;
-    EXPECT_EQ(parse_int64(text), c_value) << '"' << s << '"';
-    EXPECT_EQ(errno, c_errno) << '"' << s << '"';
-    EXPECT_EQ(parse_int(text), static_cast<int32_t>(c_value)) << '"' << s << '"';
-
-    // "%d": white space, one optional sign, then a digit.
-    const char *at = text;
-    while (std::isspace(static_cast<unsigned char>(*at)))
-        ++at;
-    at += *at == '+' || *at == '-';
-    const bool number = *at >= '0' && *at <= '9';
+    EXPECT_EQ(parse_int64(text), c.value) << '"' << s << '"';
+    EXPECT_EQ(errno, c.error) << '"' << s << '"';
+    EXPECT_EQ(parse_int(text), static_cast<int32_t>(c.value)) << '"' << s << '"';
     int32_t i = -7;
     int64_t entry = -7;
-    EXPECT_EQ(scan_int(text, i), number) << '"' << s << '"';
+    EXPECT_EQ(scan_int(text, i), c.number) << '"' << s << '"';
     errno = 0; // the entry reader leaves errno alone
-    EXPECT_EQ(scan_entry(text, entry), number ? c_end : nullptr) << '"' << s << '"';
+    EXPECT_EQ(scan_entry(text, entry), c.number ? c.end : nullptr) << '"' << s << '"';
     EXPECT_EQ(errno, 0) << '"' << s << '"';
-    EXPECT_EQ(i, number ? static_cast<int32_t>(c_value) : -7) << '"' << s << '"';
-    EXPECT_EQ(entry, number ? c_value : -7) << '"' << s << '"';
+    EXPECT_EQ(i, c.number ? static_cast<int32_t>(c.value) : -7) << '"' << s << '"';
+    EXPECT_EQ(entry, c.number ? c.value : -7) << '"' << s << '"';
 }
 
 TEST(NumberConversions, AgreeWithTheCLibrary)

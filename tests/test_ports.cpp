@@ -13,7 +13,6 @@
 namespace {
 
 using support::fresh_image;
-using support::parse;
 
 TEST(PortSettings, MalformedParamKeepsTheStamp)
 {

@@ -1,7 +1,7 @@
-// Port writers: the port count bound, the pickup text and value forms. The
-// param lists and their order are those of the samples' reference output
-// (CfgmsgCli.SamplesApplyToTheirReference); the round trip of every row is
-// checked in test_key_tables.
+// Port writers: the port count bound and the pickup text (value forms:
+// test_writer_value_forms). The param lists and their order are those of
+// the samples' reference output (CfgmsgCli.SamplesApplyToTheirReference);
+// the round trip of every row is checked in test_key_tables.
 #include "support.h"
 
 #include <cfgparser.h>
@@ -59,7 +59,6 @@ TEST(PortWriters, PickupTextIsTheSameInBothWriters)
     } rows[] = {
         {0, "\"\""},
         {1u | (1u << 31), "0,31"},
-        {(1u << 1) | (1u << 5) | (1u << 31), "1,5,31"},
         {0xFFFFFFFFu, all_groups},
     };
     for (const auto &r : rows) {
@@ -75,31 +74,6 @@ TEST(PortWriters, PickupTextIsTheSameInBothWriters)
         support::parse_back(*back, one);
         EXPECT_EQ(back->ports[0].pickupgroup, r.groups) << r.text;
     }
-}
-
-// Signed members are written signed, the unbounded members as unsigned
-// words, empty texts as "".
-TEST(PortWriters, OnePortListAndValueForms)
-{
-    auto image = fresh_image();
-    port_cfg_t &port = image->ports[0];
-    port.modifier = -1;
-    port.gaint = -170;
-    port.dt_detect_time = -2;
-    const auto out = write([&](uint8_t **c) { return one_port_to_file(c, 0, &port); });
-    ASSERT_EQ(out.message.nodes.size(), 1u);
-    EXPECT_EQ(out.node().path, "config.VOIP.ports.port_0");
-    const struct {
-        const char *name, *text;
-    } values[] = {
-        {"modifier", "-1"},
-        {"gaint", "-170"},
-        {"dt_detect_time", "4294967294"},
-        {"phone", "\"\""},
-        {"disconnect_tone_detect", "\"\""},
-    };
-    for (const auto &v : values)
-        EXPECT_EQ(value(out.node(), v.name), v.text) << v.name;
 }
 
 } // namespace

@@ -12,8 +12,6 @@
 
 namespace {
 
-using support::fresh_image;
-
 TEST(SwitchVlan, PortFlagStrings)
 {
     const struct {

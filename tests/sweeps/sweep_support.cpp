@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <pthread.h>
 #include <stdexcept>
 #include <string>
 #include <sys/syscall.h>
@@ -27,15 +26,6 @@ uint16_t get_u16(const std::vector<uint8_t> &m, std::size_t at)
 }
 
 } // namespace
-
-image_ptr fresh_image()
-{
-    image_ptr image(static_cast<cfg_image_t *>(std::calloc(1, sizeof(cfg_image_t))));
-    if (!image)
-        throw std::bad_alloc();
-    image->max_ports = CFG_MAX_PORTS;
-    return image;
-}
 
 const std::vector<uint8_t> &full_sample()
 {
@@ -70,23 +60,9 @@ std::vector<std::size_t> node_starts(const std::vector<uint8_t> &message)
     return starts;
 }
 
-void set_body_length_at(uint8_t *message, uint32_t length)
-{
-    for (int i = 0; i < 4; ++i)
-        message[4 + i] = static_cast<uint8_t>(length >> (8 * i));
-}
-
 void freeze_clock(bool frozen)
 {
     clock_frozen = frozen;
-}
-
-bool lock_is_free()
-{
-    if (pthread_mutex_trylock(&RWlockCfg) != 0)
-        return false;
-    pthread_mutex_unlock(&RWlockCfg);
-    return true;
 }
 
 } // namespace sweep
