@@ -211,7 +211,7 @@ std::optional<std::string> telling_value(const key &k, std::size_t row)
 {
     switch (k.how) {
     case kind::text:
-        return ("t" + std::to_string(row)).substr(0, k.at.size - 1u);
+        return (std::string("t") + std::to_string(row)).substr(0, k.at.size - 1u);
     case kind::checkbox:
         return "1";
     case kind::range:

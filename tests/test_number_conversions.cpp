@@ -86,7 +86,7 @@ TEST(NumberConversions, AgreeWithTheCLibrary)
             c = alphabet[random() % alphabet.size()];
         expect_as_c_library(t);
         const auto n = static_cast<int64_t>(random() >> (random() % 64));
-        expect_as_c_library((run % 2 ? "-" : "") + std::to_string(n) + (run % 3 ? "" : "7"));
+        expect_as_c_library(std::string(run % 2 ? "-" : "") + std::to_string(n) + (run % 3 ? "" : "7"));
     }
 }
 

@@ -50,7 +50,7 @@ TEST(PortWriters, PickupTextIsTheSameInBothWriters)
 {
     std::string all_groups;
     for (int g = 0; g < 32; ++g)
-        all_groups += (g == 0 ? "" : ",") + std::to_string(g);
+        all_groups += std::string(g == 0 ? "" : ",") + std::to_string(g);
     ASSERT_EQ(all_groups.size(), 85u);
 
     const struct {
