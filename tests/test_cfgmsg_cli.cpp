@@ -35,7 +35,7 @@ fs::path tool()
 
 fs::path source_dir()
 {
-    return fs::path(__FILE__).parent_path().parent_path();
+    return fs::path(CFGPARSER_SOURCE_DIR); // absolute whatever the generator
 }
 fs::path example(const char *name)
 {

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 TEST(RoundTrip, EverySampleAtSeveralPortCounts)
 {
-    const fs::path examples = fs::path(__FILE__).parent_path().parent_path() / "examples";
+    const fs::path examples = fs::path(CFGPARSER_SOURCE_DIR) / "examples";
     int samples = 0;
     for (const fs::directory_entry &file : fs::directory_iterator(examples)) {
         if (file.path().extension() != ".msg")

@@ -32,8 +32,7 @@ const route *route_of_path(const std::string &path)
 
 std::vector<uint8_t> full_sample()
 {
-    std::ifstream in(std::filesystem::path(__FILE__).parent_path().parent_path() / "examples" /
-                         "full-config.msg",
+    std::ifstream in(std::filesystem::path(CFGPARSER_SOURCE_DIR) / "examples" / "full-config.msg",
                      std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }
