@@ -58,51 +58,16 @@ BENCHMARK(BM_BareWalk_FullConfig)->Unit(benchmark::kMicrosecond);
 // The walk with the copies every reader of this format makes: each path
 // through GetToken and each param through find_params, freed at once. What
 // all_parser adds on top of it is classification, key matching and stores.
-void reader_walk(const uint8_t *message) noexcept
-{
-    uint32_t remaining = cfg::wire::get_u32(message + 4);
-    remaining = remaining == 0 ? 0 : remaining - 1;
-    const uint8_t *cursor = message + cfg::wire::nodes_offset;
-    while (remaining >= 2) {
-        const uint16_t path_length = cfg::wire::get_u16(cursor);
-        if (static_cast<uint32_t>(path_length) + 4 > remaining)
-            return;
-        char *path = cfg::GetToken(cursor + 2, path_length);
-        cursor += 2 + path_length;
-        const uint16_t count = cfg::wire::get_u16(cursor);
-        cursor += 2;
-        remaining -= static_cast<uint32_t>(path_length) + 4;
-        std::free(path);
-        for (uint16_t i = 0; i < count; ++i) {
-            char *name = nullptr;
-            char *value = nullptr;
-            const int result = find_params(&cursor, &remaining, &name, &value, 1);
-            free_params(&name, &value);
-            if (result < 0)
-                return;
-        }
-    }
-}
-
-void BM_ReaderWalk_FullConfig(benchmark::State &state)
-{
-    const full_config &c = the_full_config();
-    for (auto _ : state) {
-        reader_walk(c.message.data());
-        benchmark::ClobberMemory();
-    }
-    set_rates(state, c);
-}
-BENCHMARK(BM_ReaderWalk_FullConfig)->Unit(benchmark::kMicrosecond);
-
-// The reader walk with the work that the parse must do besides finding
-// and storing each param's key, kept as the parse keeps it: the six
-// patterns matched per node with their substring tables, RWlockCfg taken and
-// released once per param and once per node for its time-stamp, and the
-// recount at the end. What the full parse adds on top of this is the key
-// lookup, the conversion and the store of each param, and the handlers' own
-// rules.
-void duties_walk(const uint8_t *message) noexcept
+//
+// With Duties, also the work that the parse must do besides finding and
+// storing each param's key, kept as the parse keeps it: the six patterns
+// matched per node with their substring tables (the path copy kept until
+// the node ends), RWlockCfg taken and released once per param and once per
+// node for its time-stamp. What the full parse adds on top of that is the
+// key lookup, the conversion and the store of each param, and the handlers'
+// own rules.
+template <bool Duties>
+void walk_with_copies(const uint8_t *message) noexcept
 {
     uint32_t remaining = cfg::wire::get_u32(message + 4);
     remaining = remaining == 0 ? 0 : remaining - 1;
@@ -118,36 +83,58 @@ void duties_walk(const uint8_t *message) noexcept
         remaining -= static_cast<uint32_t>(path_length) + 4;
         int32_t matches[cfg::routes::pattern_count] = {};
         char **tables[cfg::routes::pattern_count] = {};
-        cfg::routes::match_patterns(path, matches, tables);
-        benchmark::DoNotOptimize(cfg::routes::route_of(path, matches));
-        for (uint16_t i = 0; i < count; ++i) {
+        if constexpr (Duties) {
+            cfg::routes::match_patterns(path, matches, tables);
+            benchmark::DoNotOptimize(cfg::routes::route_of(path, matches));
+        } else {
+            std::free(path);
+            path = nullptr;
+        }
+        bool malformed = false;
+        for (uint16_t i = 0; i < count && !malformed; ++i) {
             char *name = nullptr;
             char *value = nullptr;
             const int result = find_params(&cursor, &remaining, &name, &value, 1);
-            if (result == 0) {
+            if (Duties && result == 0) {
                 pthread_mutex_lock(&RWlockCfg);
                 benchmark::DoNotOptimize(name);
                 pthread_mutex_unlock(&RWlockCfg);
             }
             free_params(&name, &value);
-            if (result < 0)
-                return;
+            malformed = result < 0;
         }
-        pthread_mutex_lock(&RWlockCfg);
-        uint32_t stamp = cfgpars_get_monotonic_now_time();
-        benchmark::DoNotOptimize(stamp);
-        pthread_mutex_unlock(&RWlockCfg);
-        cfg::routes::free_matches(matches, tables);
-        std::free(path);
+        if constexpr (Duties) {
+            if (!malformed) {
+                pthread_mutex_lock(&RWlockCfg);
+                uint32_t stamp = cfgpars_get_monotonic_now_time();
+                benchmark::DoNotOptimize(stamp);
+                pthread_mutex_unlock(&RWlockCfg);
+            }
+            cfg::routes::free_matches(matches, tables);
+            std::free(path);
+        }
+        if (malformed)
+            return;
     }
 }
+
+void BM_ReaderWalk_FullConfig(benchmark::State &state)
+{
+    const full_config &c = the_full_config();
+    for (auto _ : state) {
+        walk_with_copies<false>(c.message.data());
+        benchmark::ClobberMemory();
+    }
+    set_rates(state, c);
+}
+BENCHMARK(BM_ReaderWalk_FullConfig)->Unit(benchmark::kMicrosecond);
 
 void BM_DutiesWalk_FullConfig(benchmark::State &state)
 {
     const full_config &c = the_full_config();
     cfg_image_t *image = new_image();
     for (auto _ : state) {
-        duties_walk(c.message.data());
+        walk_with_copies<true>(c.message.data());
         recalculate_start_and_current_after_timeout(image);
         benchmark::ClobberMemory();
     }
