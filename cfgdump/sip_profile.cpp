@@ -124,15 +124,12 @@ int profile_sip_save(uint8_t **cursor, int profile, const profile_cfg_t *cfg) CF
     std::snprintf(path, sizeof path, "config.VOIP.profile.profile_%d.sip", profile);
     msg_writer w(cursor, "profile_sip_save");
     w.node(path);
-    for (std::size_t j = 0; j < sent_rows.size(); ++j) {
-        if (s.mode <= 0 && j >= account_first && j <= account_last)
-            continue;
-        const keys::key &k = rows[sent_rows[j]];
-        if (k.out == keys::sent::own_format)
-            own_format(w, k, s);
-        else
-            w.field(k, &s);
-    }
+    const std::span<const uint16_t> all(sent_rows);
+    const auto own = [&](const keys::key &k) { own_format(w, k, s); };
+    cfg::dump::send_rows(w, rows, all.first(account_first), &s, own);
+    if (s.mode > 0)
+        cfg::dump::send_rows(w, rows, all.subspan(account_first, account_last - account_first + 1), &s, own);
+    cfg::dump::send_rows(w, rows, all.subspan(account_last + 1), &s, own);
     return w.finish();
 }
 
